@@ -14,10 +14,10 @@ struct RvARLiquifyOperation
 {
     double centerX = 0.0;
     double centerY = 0.0;
-    float radius = 0.0F; ///< pixels around the centre that the stroke moves
-    float strength = 0.0F; ///< 0 none to 1 full
+    float radius = 0.0F;               ///< pixels around the centre that the stroke moves
+    float strength = 0.0F;             ///< 0 none to 1 full
     std::array<QPointF, 2> movePoints; ///< the stroke goes from point 0 to point 1
-    int liquifyStyle = 0; ///< the tool: push, bloat, pinch, ...
+    int liquifyStyle = 0;              ///< the tool: push, bloat, pinch, ...
 };
 
 } // namespace qkpar

@@ -14,7 +14,7 @@ namespace qkpar {
 struct RvARMakeupARGroupData
 {
     std::int64_t groupDataId = 0;
-    std::string groupName; ///< UTF-8
+    std::string groupName;   ///< UTF-8
     float groupAlpha = 1.0F; ///< 0 transparent to 1 opaque
     /// The group's resources, each a key and a value in UTF-8.
     std::vector<std::pair<std::string, std::string>> entries;

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#include <kparextension/RvARITrack.h>
+
+#include <kparextension/private/NativeARTrack.h>
+#include <rvkpcore/private/CallRecorder.h>
+
+namespace qkpar {
+
+using qrvkp::calls::record;
+
+RvARITrack::~RvARITrack() = default;
+
+std::map<std::string, std::string> RvARITrack::getScriptParams() const
+{
+    return nativeAs<NativeARTrack>().scriptParams;
+}
+
+void RvARITrack::setScriptParam(const std::string& key, const std::string& value)
+{
+    auto& track = nativeAs<NativeARTrack>();
+    record("RvARITrack::setScriptParam", track.id, key, value);
+    track.scriptParams[key] = value;
+}
+
+std::string RvARITrack::getGlobalParamConfiguration() const
+{
+    return nativeAs<NativeARTrack>().globalParamConfiguration;
+}
+
+void RvARITrack::setGlobalParamConfiguration(const std::string& configuration)
+{
+    auto& track = nativeAs<NativeARTrack>();
+    record("RvARITrack::setGlobalParamConfiguration", track.id, configuration);
+    track.globalParamConfiguration = configuration;
+}
+
+} // namespace qkpar

@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#include <kparextension/RvARLiquifyTrack.h>
+
+#include <kparextension/private/ARCallText.h>
+#include <kparextension/private/LiquifyFile.h>
+#include <kparextension/private/NativeARTrack.h>
+#include <rvkpcore/private/TrackCreation.h>
+
+namespace qkpar {
+
+using qrvkp::calls::record;
+
+RvARLiquifyTrack::~RvARLiquifyTrack() = default;
+
+qrvkp::RvITrack* RvARLiquifyTrack::wrap(std::shared_ptr<qrvkp::NativeTrack> native)
+{
+    return new RvARLiquifyTrack(std::move(native));
+}
+
+RvARLiquifyTrack* RvARLiquifyTrack::create(void* context)
+{
+    return qrvkp::wrapContext<RvARLiquifyTrack>("RvARLiquifyTrack::create", context,
+                                                qrvkp::RvTrackTypeARLiquify, &wrap);
+}
+
+RvARLiquifyTrack* RvARLiquifyTrack::create(const std::string& source, long long startPos,
+                                           long long duration)
+{
+    constexpr const char* name = "RvARLiquifyTrack::create";
+    const auto native =
+        withPlace(qrvkp::makeNative<NativeARLiquifyTrack>(name, qrvkp::RvTrackTypeARLiquify, &wrap),
+                  source, startPos, duration);
+    return qrvkp::publish<RvARLiquifyTrack>(name, native, source, startPos, duration);
+}
+
+RvARLiquifyOperation RvARLiquifyTrack::getAppendOperation() const
+{
+    return nativeAs<NativeARLiquifyTrack>().last;
+}
+
+void RvARLiquifyTrack::appendToLiquifyOperation(const RvARLiquifyOperation& operation)
+{
+    auto& liquify = nativeAs<NativeARLiquifyTrack>();
+    record("RvARLiquifyTrack::appendToLiquifyOperation", liquify.id, operation);
+    liquify.confirm();
+    liquify.last = operation;
+    liquify.pending = true;
+}
+
+void RvARLiquifyTrack::confirmCurrentLiquify()
+{
+    auto& liquify = nativeAs<NativeARLiquifyTrack>();
+    record("RvARLiquifyTrack::confirmCurrentLiquify", liquify.id);
+    liquify.confirm();
+}
+
+std::vector<RvARLiquifyOperation> RvARLiquifyTrack::getConfirmedOperations() const
+{
+    return nativeAs<NativeARLiquifyTrack>().confirmed;
+}
+
+bool RvARLiquifyTrack::saveLiquifyConfig(const std::string& folder) const
+{
+    const auto& liquify = nativeAs<NativeARLiquifyTrack>();
+    record("RvARLiquifyTrack::saveLiquifyConfig", liquify.id, folder);
+    if (qrvkp::shouldFail("RvARLiquifyTrack::saveLiquifyConfig"))
+        return false;
+    return saveStrokes(folder, {liquify.confirmed, liquify.last});
+}
+
+bool RvARLiquifyTrack::loadLiquifyConfig(const std::string& folder)
+{
+    auto& liquify = nativeAs<NativeARLiquifyTrack>();
+    record("RvARLiquifyTrack::loadLiquifyConfig", liquify.id, folder);
+    if (qrvkp::shouldFail("RvARLiquifyTrack::loadLiquifyConfig"))
+        return false;
+    auto strokes = loadStrokes(folder);
+    if (!strokes)
+        return false;
+    liquify.confirmed = std::move(strokes->confirmed);
+    liquify.last = strokes->last;
+    liquify.pending = false;
+    return true;
+}
+
+} // namespace qkpar

@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#include <kparextension/private/LiquifyFile.h>
+
+#include <QDataStream>
+#include <QDir>
+#include <QSaveFile>
+
+namespace qkpar {
+
+namespace {
+
+// A binary stream and not JSON: a stroke that is not finite must come back as it was.
+constexpr quint32 magic = 0x524c5146; // "RLQF"
+constexpr qint32 fileVersion = 1;
+
+QString filePath(const std::string& folder)
+{
+    return QDir(QString::fromLocal8Bit(folder.data(), static_cast<int>(folder.size())))
+        .filePath(QStringLiteral("liquify.dat"));
+}
+
+QDataStream& operator<<(QDataStream& stream, const RvARLiquifyOperation& stroke)
+{
+    stream << stroke.centerX << stroke.centerY << static_cast<double>(stroke.radius)
+           << static_cast<double>(stroke.strength) << stroke.movePoints[0] << stroke.movePoints[1]
+           << static_cast<qint32>(stroke.liquifyStyle);
+    return stream;
+}
+
+QDataStream& operator>>(QDataStream& stream, RvARLiquifyOperation& stroke)
+{
+    double radius = 0.0;
+    double strength = 0.0;
+    qint32 style = 0;
+    stream >> stroke.centerX >> stroke.centerY >> radius >> strength >> stroke.movePoints[0] >>
+        stroke.movePoints[1] >> style;
+    stroke.radius = static_cast<float>(radius);
+    stroke.strength = static_cast<float>(strength);
+    stroke.liquifyStyle = style;
+    return stream;
+}
+
+} // namespace
+
+bool saveStrokes(const std::string& folder, const LiquifyStrokes& strokes)
+{
+    QSaveFile file(filePath(folder));
+    if (folder.empty() || !file.open(QIODevice::WriteOnly))
+        return false;
+    QDataStream stream(&file);
+    stream.setVersion(QDataStream::Qt_5_15);
+    stream << magic << fileVersion << strokes.last
+           << static_cast<quint32>(strokes.confirmed.size());
+    for (const RvARLiquifyOperation& stroke : strokes.confirmed)
+        stream << stroke;
+    return stream.status() == QDataStream::Ok && file.commit();
+}
+
+std::optional<LiquifyStrokes> loadStrokes(const std::string& folder)
+{
+    QFile file(filePath(folder));
+    if (folder.empty() || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    QDataStream stream(&file);
+    stream.setVersion(QDataStream::Qt_5_15);
+    quint32 foundMagic = 0;
+    qint32 foundVersion = 0;
+    quint32 count = 0;
+    LiquifyStrokes strokes;
+    stream >> foundMagic >> foundVersion >> strokes.last >> count;
+    if (foundMagic != magic || foundVersion != fileVersion)
+        return std::nullopt;
+    for (quint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i)
+        stream >> strokes.confirmed.emplace_back();
+    if (stream.status() != QDataStream::Ok || !stream.atEnd())
+        return std::nullopt;
+    return strokes;
+}
+
+} // namespace qkpar

@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#include <rvkpcore/RvIEffectTrack.h>
+
+#include <rvkpcore/private/BindingCalls.h>
+#include <rvkpcore/private/CallRecorder.h>
+#include <rvkpcore/private/FaultPoint.h>
+
+namespace qrvkp {
+
+RvIEffectTrack::~RvIEffectTrack() = default;
+
+bool RvIEffectTrack::bind(RvITrack* track, int bindType)
+{
+    auto& effect = nativeAs<NativeEffectTrack>();
+    return bindTrack("RvIEffectTrack::bind", effect, effect.binding, track, bindType);
+}
+
+void RvIEffectTrack::bindDynamic()
+{
+    auto& effect = nativeAs<NativeEffectTrack>();
+    calls::record("RvIEffectTrack::bindDynamic", effect.id);
+    effect.binding.bindDynamic();
+}
+
+void RvIEffectTrack::unbind()
+{
+    auto& effect = nativeAs<NativeEffectTrack>();
+    calls::record("RvIEffectTrack::unbind", effect.id);
+    effect.binding.unbind();
+    effect.detection.unbind();
+}
+
+bool RvIEffectTrack::bindDetect(RvDetectionTrack* detection)
+{
+    auto& effect = nativeAs<NativeEffectTrack>();
+    const bool fails = shouldFail("RvIEffectTrack::bindDetect");
+    if (!detection) {
+        calls::record("RvIEffectTrack::bindDetect", effect.id, calls::Verbatim{"null"});
+        return false;
+    }
+    calls::record("RvIEffectTrack::bindDetect", effect.id, detection->getTrackID());
+    if (!fails)
+        effect.detection.bind(NativeTrack::fromContext(detection->getContext()), 0);
+    return !fails;
+}
+
+int RvIEffectTrack::getActionRange() const
+{
+    return nativeAs<NativeEffectTrack>().binding.actionRange();
+}
+
+int RvIEffectTrack::getMediaBindType() const
+{
+    return nativeAs<NativeEffectTrack>().binding.bindType();
+}
+
+RvITrack* RvIEffectTrack::getBindTrack() const
+{
+    return wrapBoundTrack(nativeAs<NativeEffectTrack>().binding);
+}
+
+RvDetectionTrack* RvIEffectTrack::getBindDetect() const
+{
+    return static_cast<RvDetectionTrack*>(wrapBoundTrack(nativeAs<NativeEffectTrack>().detection));
+}
+
+} // namespace qrvkp

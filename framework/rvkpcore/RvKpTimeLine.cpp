@@ -1,0 +1,203 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#include <rvkpcore/RvKpTimeLine.h>
+
+#include <rvkpcore/private/CallRecorder.h>
+#include <rvkpcore/private/FaultPoint.h>
+#include <rvkpcore/private/NativeGroup.h>
+#include <rvkpcore/private/OrderedSequence.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace qrvkp {
+
+namespace {
+
+NativeGroup* nativeOf(const RvKpGroup* group)
+{
+    return group ? static_cast<NativeGroup*>(group->getContext()) : nullptr;
+}
+
+std::shared_ptr<NativeTrack> nativeOf(const RvITrack* track)
+{
+    return NativeTrack::fromContext(track ? track->getContext() : nullptr);
+}
+
+calls::IdOf<NativeGroup> idOf(const RvKpGroup* group)
+{
+    return {nativeOf(group)};
+}
+
+calls::IdOf<NativeTrack> idOf(const std::shared_ptr<NativeTrack>& track)
+{
+    return {track.get()};
+}
+
+/// Where a timeline's sequences keep the places of its groups and mix tracks.
+struct PlaceOf
+{
+    const void*& operator()(const RvKpGroup* group) const { return nativeOf(group)->place; }
+    const void*& operator()(const std::shared_ptr<NativeTrack>& track) const
+    {
+        return track->place;
+    }
+};
+
+std::size_t clampedPosition(int position)
+{
+    return static_cast<std::size_t>(std::max(position, 0));
+}
+
+/// The group leaves its timeline: its tracks stay in it, but the bindings to them end.
+void leave(NativeGroup& group)
+{
+    group.place = nullptr;
+    for (const auto& track : group.tracks)
+        ++track->detachments;
+}
+
+} // namespace
+
+struct RvKpTimeLine::Content
+{
+    OrderedSequence<RvKpGroup*, PlaceOf> groups; ///< each holds one reference of the timeline's
+    OrderedSequence<std::shared_ptr<NativeTrack>, PlaceOf> mixTracks;
+
+    bool insert(RvKpGroup* group, std::size_t position)
+    {
+        NativeGroup* native = nativeOf(group);
+        if (!native || native->place)
+            return false;
+        group->retain();
+        groups.insert(position, group);
+        return true;
+    }
+};
+
+RvKpTimeLine::RvKpTimeLine()
+    : m_content(std::make_unique<Content>())
+{
+}
+
+RvKpTimeLine::~RvKpTimeLine()
+{
+    m_content->groups.forEach([](RvKpGroup* group) {
+        leave(*nativeOf(group));
+        group->release();
+    });
+    m_content->mixTracks.forEach([](const auto& track) { track->leave(); });
+}
+
+RvKpTimeLine* RvKpTimeLine::create()
+{
+    const bool fails = shouldFail("RvKpTimeLine::create");
+    if (fails)
+        calls::recordCreation<std::uint64_t>("RvKpTimeLine::create", nullptr);
+    else
+        calls::record("RvKpTimeLine::create");
+    return fails ? nullptr : new RvKpTimeLine();
+}
+
+std::vector<RvKpGroup*> RvKpTimeLine::getGroups() const
+{
+    std::vector<RvKpGroup*> groups;
+    groups.reserve(m_content->groups.size());
+    m_content->groups.forEach([&](RvKpGroup* group) {
+        group->retain();
+        groups.push_back(group);
+    });
+    return groups;
+}
+
+std::vector<RvITrack*> RvKpTimeLine::getMixTracks() const
+{
+    std::vector<RvITrack*> tracks;
+    tracks.reserve(m_content->mixTracks.size());
+    m_content->mixTracks.forEach([&](const auto& track) { tracks.push_back(track->wrap()); });
+    return tracks;
+}
+
+bool RvKpTimeLine::insertGroup(RvKpGroup* group, int position)
+{
+    calls::record("RvKpTimeLine::insertGroup", idOf(group), position);
+    return !shouldFail("RvKpTimeLine::insertGroup") &&
+           m_content->insert(group, clampedPosition(position));
+}
+
+bool RvKpTimeLine::pushBackGroup(RvKpGroup* group)
+{
+    calls::record("RvKpTimeLine::pushBackGroup", idOf(group));
+    return !shouldFail("RvKpTimeLine::pushBackGroup") &&
+           m_content->insert(group, m_content->groups.size());
+}
+
+bool RvKpTimeLine::changeGroupPosition(RvKpGroup* group, int position)
+{
+    calls::record("RvKpTimeLine::changeGroupPosition", idOf(group), position);
+    auto& groups = m_content->groups;
+    if (shouldFail("RvKpTimeLine::changeGroupPosition") || !group || !groups.contains(group))
+        return false;
+    const std::size_t target = std::min(clampedPosition(position), groups.size() - 1);
+    if (!groups.isAt(target, group)) {
+        groups.erase(group);
+        groups.insert(target, group);
+    }
+    return true;
+}
+
+bool RvKpTimeLine::removeGroup(RvKpGroup* group)
+{
+    calls::record("RvKpTimeLine::removeGroup", idOf(group));
+    if (shouldFail("RvKpTimeLine::removeGroup") || !group || !m_content->groups.contains(group))
+        return false;
+    m_content->groups.erase(group);
+    leave(*nativeOf(group));
+    group->release();
+    return true;
+}
+
+bool RvKpTimeLine::addMixTrack(RvITrack* track)
+{
+    const auto native = nativeOf(track);
+    calls::record("RvKpTimeLine::addMixTrack", idOf(native));
+    if (shouldFail("RvKpTimeLine::addMixTrack") || !native || native->place)
+        return false;
+    m_content->mixTracks.insert(m_content->mixTracks.size(), native);
+    return true;
+}
+
+bool RvKpTimeLine::removeMixTrack(RvITrack* track)
+{
+    const auto native = nativeOf(track);
+    calls::record("RvKpTimeLine::removeMixTrack", idOf(native));
+    if (shouldFail("RvKpTimeLine::removeMixTrack") || !native ||
+        !m_content->mixTracks.contains(native))
+        return false;
+    m_content->mixTracks.erase(native);
+    native->leave();
+    return true;
+}
+
+long long RvKpTimeLine::getDuration() const
+{
+    // Sums of what a host may set to anything: saturate instead of overflowing.
+    constexpr long long longest = std::numeric_limits<long long>::max();
+    const auto sum = [](long long a, long long b) { return a > longest - b ? longest : a + b; };
+    long long end = 0;
+    m_content->groups.forEach(
+        [&](const RvKpGroup* group) { end = sum(end, std::max(group->getDuration(), 0LL)); });
+    for (RvITrack* track : getMixTracks()) {
+        end = std::max(end, sum(track->getStartPos(), std::max(track->getDuration(), 0LL)));
+        track->release();
+    }
+    return end;
+}
+
+void RvKpTimeLine::invalidate()
+{
+    calls::record("RvKpTimeLine::invalidate");
+}
+
+} // namespace qrvkp

@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <rvkpcore/private/NativeTrack.h>
+
+#include <memory>
+#include <vector>
+
+namespace qrvkp {
+
+/// What a group is, for the timeline that holds it.
+struct NativeGroup
+{
+    const std::uint64_t id = newObjectId();
+    long long duration = 0;
+    std::vector<std::shared_ptr<NativeTrack>> tracks;
+    /// What of a timeline holds the group, which can stand in one place only; or null.
+    const void* place = nullptr;
+};
+
+} // namespace qrvkp

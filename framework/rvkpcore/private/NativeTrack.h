@@ -1,0 +1,133 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <rvkpcore/RvTrackType.h>
+#include <rvkpcore/rvkpcore_export.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace qrvkp {
+
+class RvITrack;
+
+/// Gives an id that no track and no group of the process has.
+RVKPCORE_EXPORT std::uint64_t newObjectId();
+/// Keeps `id`, which a host gave to a track, from being given to a new object.
+RVKPCORE_EXPORT void reserveObjectId(std::uint64_t id);
+
+/// The native track behind the wrappers: what a track is, independent of how many objects show it.
+///
+/// It lives as long as a wrapper, a group or a timeline holds it. Natives of further kinds derive
+/// from it and hold their kind's values; a wrapper class trusts that a native with its track type
+/// is of its native class.
+struct RVKPCORE_EXPORT NativeTrack : std::enable_shared_from_this<NativeTrack>
+{
+    /// Makes a wrapper of the native's own class, with one reference.
+    using Wrap = RvITrack* (*)(std::shared_ptr<NativeTrack>);
+
+    NativeTrack(int trackType, Wrap wrapFunction);
+    NativeTrack(const NativeTrack&) = delete;
+    NativeTrack& operator=(const NativeTrack&) = delete;
+    virtual ~NativeTrack();
+
+    /// The native of a handle, or null when the handle is null or its track is not of `trackType`.
+    static std::shared_ptr<NativeTrack> fromContext(void* context, int trackType);
+    /// The native of a handle of any type, or null for a null handle.
+    static std::shared_ptr<NativeTrack> fromContext(void* context);
+
+    /// The track leaves the group or the timeline that held it, which ends the bindings to it.
+    void leave()
+    {
+        place = nullptr;
+        ++detachments;
+    }
+
+    RvITrack* wrap() { return wrapFunction(shared_from_this()); }
+
+    const int type;
+    const Wrap wrapFunction;
+    std::uint64_t id = newObjectId();
+    std::string source;
+    std::string tag;
+    long long startPos = 0;
+    long long duration = 0; ///< at speed 1
+    int zOrder = 0;
+    float alpha = 1.0F;
+    float speed = 1.0F;
+    /// What of a group or a timeline holds the track, which can stand in one place only; or null.
+    const void* place = nullptr;
+    /// How often the track was taken off a timeline: a binding made before does not hold after.
+    std::uint64_t detachments = 0;
+};
+
+/// A track that shows a picture: video and sprite.
+struct RVKPCORE_EXPORT NativeMediaTrack : NativeTrack
+{
+    using NativeTrack::NativeTrack;
+    ~NativeMediaTrack() override;
+
+    float width = 0.0F;
+    float height = 0.0F;
+    float positionX = 0.0F;
+    float positionY = 0.0F;
+    float scale = 1.0F;
+    float rotation = 0.0F;
+    long long fileStartTime = 0; ///< video only
+};
+
+struct RVKPCORE_EXPORT NativeAudioTrack : NativeTrack
+{
+    using NativeTrack::NativeTrack;
+    ~NativeAudioTrack() override;
+
+    long long fileStartTime = 0;
+};
+
+/// What a detection or an effect acts on.
+///
+/// The bound track is not kept alive, and the binding ends when the track leaves its timeline: what
+/// was cut from the timeline is nothing that an effect can act on.
+class RVKPCORE_EXPORT TrackBinding
+{
+public:
+    void unbind();
+    void bind(const std::shared_ptr<NativeTrack>& track, int bindType);
+    void bindDynamic();
+
+    int actionRange() const;
+    /// The type given to `bind`; 0 when no track is bound.
+    int bindType() const;
+    /// The bound track, or null.
+    std::shared_ptr<NativeTrack> track() const;
+
+private:
+    std::weak_ptr<NativeTrack> m_track;
+    std::uint64_t m_detachments = 0;
+    int m_bindType = 0;
+    bool m_dynamic = false;
+};
+
+struct RVKPCORE_EXPORT NativeDetectionTrack : NativeTrack
+{
+    using NativeTrack::NativeTrack;
+    ~NativeDetectionTrack() override;
+
+    int mode = 0;
+    std::string modelPath;
+    TrackBinding binding;
+};
+
+struct RVKPCORE_EXPORT NativeEffectTrack : NativeTrack
+{
+    using NativeTrack::NativeTrack;
+    ~NativeEffectTrack() override;
+
+    TrackBinding binding;
+    TrackBinding detection;
+};
+
+} // namespace qrvkp
