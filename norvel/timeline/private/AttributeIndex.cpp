@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#include <norvel/timeline/private/AttributeIndex.h>
+
+#include <typeinfo>
+
+namespace norvel {
+
+AttributeIndex::AttributeIndex(const std::vector<RvAttribute*>& list)
+{
+    m_records.reserve(list.size());
+    m_ids.reserve(list.size());
+    for (RvAttribute* element : list) {
+        if (!element)
+            continue;
+        m_records.add(element->uuid, element);
+        m_ids.push_back(element->uuid);
+    }
+}
+
+RvReturnVlaue AttributeIndex::compare(const RvAttribute* attribute)
+{
+    if (!attribute)
+        return ReturnInvalid;
+    const auto* entry = m_records.find(attribute->uuid);
+    for (; entry && entry != m_records.end() && entry->id == attribute->uuid; ++entry) {
+        if (typeid(*entry->value) == typeid(*attribute))
+            return attribute->compare(entry->value);
+    }
+    return ReturnNotFound;
+}
+
+RvReturnVlaue compareWithList(const RvAttribute* attribute, const std::vector<RvAttribute*>& list)
+{
+    if (!attribute)
+        return ReturnInvalid;
+    for (RvAttribute* element : list) {
+        if (!element || typeid(*element) != typeid(*attribute))
+            continue;
+        const RvReturnVlaue result = attribute->compare(element);
+        if (result == ReturnSame || result == ReturnChanged)
+            return result;
+    }
+    return ReturnNotFound;
+}
+
+} // namespace norvel
