@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+/// Prints the runs as usual and keeps their times, so that figures of one run can be set against
+/// each other: machines differ, ratios of the same run do not.
+class RatioReporter : public benchmark::ConsoleReporter
+{
+public:
+    void ReportRuns(const std::vector<Run>& runs) override;
+
+    /// Prints how long one item of `name` takes against one item of `reference`, beside the bound
+    /// that it should keep; says so when one of the two was not run. True when the bound is kept or
+    /// could not be judged.
+    bool printRatio(const std::string& what, const std::string& name, const std::string& reference,
+                    double bound) const;
+
+private:
+    std::map<std::string, double> m_secondsPerItem; ///< by the name of the run
+};
