@@ -54,11 +54,10 @@ void RvKpGroup::setDuration(long long duration)
 bool RvKpGroup::addTrack(RvITrack* track)
 {
     const auto native = NativeTrack::fromContext(track ? track->getContext() : nullptr);
-    calls::record("RvKpGroup::addTrack", m_native->id,
-                  calls::IdOf{native.get()});
-    if (shouldFail("RvKpGroup::addTrack") || !native || native->place)
+    calls::record("RvKpGroup::addTrack", m_native->id, calls::IdOf{native.get()});
+    if (shouldFail("RvKpGroup::addTrack") || !native || native->isPlaced())
         return false;
-    native->place = m_native.get();
+    native->grouped = true;
     m_native->tracks.push_back(native);
     return true;
 }
@@ -66,8 +65,7 @@ bool RvKpGroup::addTrack(RvITrack* track)
 bool RvKpGroup::removeTrack(RvITrack* track)
 {
     const auto native = NativeTrack::fromContext(track ? track->getContext() : nullptr);
-    calls::record("RvKpGroup::removeTrack", m_native->id,
-                  calls::IdOf{native.get()});
+    calls::record("RvKpGroup::removeTrack", m_native->id, calls::IdOf{native.get()});
     auto& tracks = m_native->tracks;
     const auto place = std::find(tracks.begin(), tracks.end(), native);
     if (shouldFail("RvKpGroup::removeTrack") || place == tracks.end())

@@ -162,7 +162,7 @@ bool RvKpTimeLine::addMixTrack(RvITrack* track)
 {
     const auto native = nativeOf(track);
     calls::record("RvKpTimeLine::addMixTrack", idOf(native));
-    if (shouldFail("RvKpTimeLine::addMixTrack") || !native || native->place)
+    if (shouldFail("RvKpTimeLine::addMixTrack") || !native || native->isPlaced())
         return false;
     m_content->mixTracks.insert(m_content->mixTracks.size(), native);
     return true;

@@ -134,9 +134,12 @@ qrvkp::RvITrack* RvEditorTrace::getTrack(std::size_t id)
     const auto timeline = adopt(m_player->getTimeLine());
     if (!timeline)
         return nullptr;
-    auto main = adopt(RvAttributeUtility::getMainTrack(timeline.get(), id));
-    auto mix = adopt(RvAttributeUtility::getMixTrack(timeline.get(), id));
-    return mix ? mix.release() : main.release();
+    // A mix track goes before a main track of the same id, also when there is no wrapper for it.
+    for (const auto& track : adopt(timeline->getMixTracks())) {
+        if (track->getTrackID() == id)
+            return RvTrackFactory::createTrack(track->getContext(), track->getTrackType());
+    }
+    return RvAttributeUtility::getMainTrack(timeline.get(), id);
 }
 
 void RvEditorTrace::setCacheDir(std::string dir)

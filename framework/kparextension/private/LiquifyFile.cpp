@@ -5,7 +5,7 @@
 
 #include <QDataStream>
 #include <QDir>
-#include <QSaveFile>
+#include <QFile>
 
 namespace qkpar {
 
@@ -42,12 +42,9 @@ QDataStream& operator>>(QDataStream& stream, RvARLiquifyOperation& stroke)
     return stream;
 }
 
-} // namespace
-
-bool saveStrokes(const std::string& folder, const LiquifyStrokes& strokes)
+bool writeStrokes(QFile& file, const LiquifyStrokes& strokes)
 {
-    QSaveFile file(filePath(folder));
-    if (folder.empty() || !file.open(QIODevice::WriteOnly))
+    if (!file.open(QIODevice::WriteOnly))
         return false;
     QDataStream stream(&file);
     stream.setVersion(QDataStream::Qt_5_15);
@@ -55,7 +52,29 @@ bool saveStrokes(const std::string& folder, const LiquifyStrokes& strokes)
            << static_cast<quint32>(strokes.confirmed.size());
     for (const RvARLiquifyOperation& stroke : strokes.confirmed)
         stream << stroke;
-    return stream.status() == QDataStream::Ok && file.commit();
+    // That the last bytes found no room is told by the flush alone.
+    const bool written = stream.status() == QDataStream::Ok && file.flush();
+    file.close();
+    return written;
+}
+
+} // namespace
+
+bool saveStrokes(const std::string& folder, const LiquifyStrokes& strokes)
+{
+    if (folder.empty())
+        return false;
+    const QString path = filePath(folder);
+    // Not QSaveFile: it waits for the disk, and a cache that is written with every edit need not
+    // outlive a power cut.
+    QFile file(path + QStringLiteral(".new"));
+    if (writeStrokes(file, strokes)) {
+        QFile::remove(path);
+        if (file.rename(path))
+            return true;
+    }
+    file.remove();
+    return false;
 }
 
 std::optional<LiquifyStrokes> loadStrokes(const std::string& folder)

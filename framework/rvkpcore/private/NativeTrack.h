@@ -43,8 +43,12 @@ struct RVKPCORE_EXPORT NativeTrack : std::enable_shared_from_this<NativeTrack>
     void leave()
     {
         place = nullptr;
+        grouped = false;
         ++detachments;
     }
+
+    /// A track can stand in one place only.
+    bool isPlaced() const { return place != nullptr || grouped; }
 
     RvITrack* wrap() { return wrapFunction(shared_from_this()); }
 
@@ -58,8 +62,10 @@ struct RVKPCORE_EXPORT NativeTrack : std::enable_shared_from_this<NativeTrack>
     int zOrder = 0;
     float alpha = 1.0F;
     float speed = 1.0F;
-    /// What of a group or a timeline holds the track, which can stand in one place only; or null.
+    /// What of a timeline holds the track as a mix track, or null.
     const void* place = nullptr;
+    /// True while a group holds the track.
+    bool grouped = false;
     /// How often the track was taken off a timeline: a binding made before does not hold after.
     std::uint64_t detachments = 0;
 };

@@ -1,0 +1,183 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#include "walk/EditWalk.h"
+
+#include "support/DescriptionComparison.h"
+#include "walk/StepModel.h"
+
+#include <norvel/timeline/RvAttributeUtility.h>
+
+#include <gtest/gtest.h>
+
+#include <QDateTime>
+#include <QThread>
+
+namespace {
+
+/// Waits until the clock that names the undo caches has moved on: captures of a liquify track
+/// within one millisecond write to the same folder.
+void awaitNextMillisecond()
+{
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    while (QDateTime::currentMSecsSinceEpoch() == now)
+        QThread::yieldCurrentThread();
+}
+
+void* pointerOf(std::uintptr_t opaque)
+{
+    return reinterpret_cast<void*>(opaque);
+}
+
+} // namespace
+
+EditWalk::EditWalk(std::uint64_t seed, WalkEdits::Scope scope, const WalkMedia& media)
+    : m_random(seed)
+    , m_scope(scope)
+    , m_objectsBefore(qrvkp::RvRef::liveCount())
+    , m_trace(norvel::RvEditorTrace::create(&m_application))
+    , m_edits(m_application, media, scope, m_random)
+{
+    const auto timeline = adopt(qrvkp::RvKpTimeLine::create());
+    m_application.getPlayer()->setTimeLine(timeline.get());
+    restart();
+}
+
+EditWalk::~EditWalk()
+{
+    m_application.getPlayer()->setTimeLine(nullptr);
+    m_trace->initTrace(); // frees the descriptions
+}
+
+void EditWalk::run(int steps)
+{
+    for (int step = 0; step < steps && !testing::Test::HasFailure(); ++step)
+        makeStep();
+    if (testing::Test::HasFailure())
+        ADD_FAILURE() << "the latest steps: " << m_log;
+}
+
+void EditWalk::makeStep()
+{
+    awaitNextMillisecond();
+    const int choice = number(100);
+    if (choice < 50)
+        edit();
+    else if (choice < 75)
+        move(-1);
+    else if (choice < 98)
+        move(1);
+    else
+        restart();
+    if (m_log.size() > 2000)
+        m_log.erase(0, m_log.size() - 1000);
+}
+
+void EditWalk::edit()
+{
+    const int edits = m_scope == WalkEdits::Scope::All ? 1 + number(3) : 1;
+    for (int i = 0; i < edits; ++i)
+        m_log += "; " + m_edits.makeEdit();
+    const std::uintptr_t opaque = m_nextOpaque++;
+    ASSERT_TRUE(m_trace->recordStatus(pointerOf(opaque)));
+    m_history.resize(m_index + 1);
+    m_opaques.resize(m_index + 1);
+    m_opaques.push_back(opaque);
+    ++m_index;
+    remember();
+    checkHistory();
+}
+
+void EditWalk::move(int offset)
+{
+    const bool possible = offset < 0 ? m_index > 0 : m_index + 1 < m_history.size();
+    ASSERT_EQ(offset < 0 ? m_trace->canUndo() : m_trace->canRedo(), possible);
+    m_log += offset < 0 ? "; undo" : "; redo";
+    TimelineState before = TimelineState::read(m_application);
+    offset < 0 ? m_trace->undo() : m_trace->redo();
+    const TimelineState after = TimelineState::read(m_application);
+    if (!possible) {
+        check(before, after);
+        return;
+    }
+    const auto& from = *m_history[m_index];
+    m_index = offset < 0 ? m_index - 1 : m_index + 1;
+    const auto& to = *m_history[m_index];
+    check(StepModel(std::move(before)).step(from, to), after);
+    if (m_scope == WalkEdits::Scope::Restorable) {
+        for (const std::string& difference : differences(to, *capture()))
+            ADD_FAILURE() << "not restored: " << difference;
+    }
+    checkHistory();
+}
+
+void EditWalk::restart()
+{
+    m_log += "; new beginning";
+    const std::uintptr_t opaque = m_nextOpaque++;
+    ASSERT_TRUE(m_trace->initTrace(pointerOf(opaque)));
+    m_history.clear();
+    m_opaques.push_back(opaque); // behind those from before, which the trace keeps
+    m_index = 0;
+    remember();
+    checkHistory();
+}
+
+void EditWalk::remember()
+{
+    m_history.push_back(capture());
+    const TimelineState state = TimelineState::read(m_application);
+    checkObjects(state);
+    checkLookups(state);
+}
+
+void EditWalk::check(const TimelineState& expected, const TimelineState& actual)
+{
+    for (const std::string& difference : expected.differencesTo(actual))
+        ADD_FAILURE() << difference;
+    checkObjects(actual);
+    checkLookups(actual);
+}
+
+void EditWalk::checkHistory()
+{
+    EXPECT_EQ(m_trace->canUndo(), m_index > 0);
+    EXPECT_EQ(m_trace->canRedo(), m_index + 1 < m_history.size());
+    EXPECT_EQ(m_trace->getCurrentOpaqueData(), pointerOf(m_opaques[m_index]));
+}
+
+void EditWalk::checkLookups(const TimelineState& actual)
+{
+    for (const GroupState& group : actual.groups) {
+        if (group.ids.empty())
+            continue;
+        const auto found = adopt(m_trace->getTrack(group.ids.front()));
+        ASSERT_NE(found, nullptr);
+        EXPECT_EQ(found->getContext(), group.contexts.front());
+    }
+    for (const MixState& mix : actual.mixTracks) {
+        const auto found = adopt(m_trace->getTrack(mix.id));
+        ASSERT_NE(found, nullptr);
+        EXPECT_EQ(found->getContext(), mix.context);
+    }
+}
+
+void EditWalk::checkObjects(const TimelineState& actual)
+{
+    const auto groups = static_cast<long long>(actual.groups.size());
+    EXPECT_EQ(qrvkp::RvRef::liveCount() - m_objectsBefore, 1 + groups)
+        << "what lives is the timeline and its groups";
+}
+
+Description EditWalk::capture()
+{
+    const auto timeline = adopt(m_application.getPlayer()->getTimeLine());
+    const qrvkp::RvKpConfig* config = m_application.getRvKpConfig();
+    return Description(norvel::RvAttributeUtility::createTimeLineAttribute(
+        timeline.get(), config->getKpSizeWidth(), config->getKpSizeHeight()));
+}
+
+int EditWalk::number(int below)
+{
+    return static_cast<int>(m_random() % static_cast<std::uint64_t>(below));
+}

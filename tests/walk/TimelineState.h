@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <norvel/timeline/RvTimeLineAttribute.h>
+
+#include <rvkpcore/RvKpApplication.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+using Record = std::unique_ptr<norvel::RvAttribute>;
+using Description = std::unique_ptr<norvel::RvTimeLineAttribute>;
+
+/// A copy of a record, of its own kind.
+Record cloneRecord(const norvel::RvAttribute& record);
+
+/// A group of a live timeline.
+struct GroupState
+{
+    const void* group = nullptr;       ///< null for a group that is expected but not made yet
+    std::vector<const void*> contexts; ///< the native tracks; null ones likewise
+    std::vector<std::uint64_t> ids;
+    Record record; ///< of the first track; null when it is not described
+};
+
+/// A mix track of a live timeline.
+struct MixState
+{
+    const void* context = nullptr; ///< null for a track that is expected but not made yet
+    std::uint64_t id = 0;          ///< 0 when the framework is expected to choose it
+    int trackType = 0;
+    Record record; ///< null when the track is not described
+};
+
+/// All that is known of a live timeline at one moment: which objects stand where, and what the
+/// bridge says of them.
+struct TimelineState
+{
+    float width = 0.0F;
+    float height = 0.0F;
+    std::vector<GroupState> groups;
+    std::vector<MixState> mixTracks;
+
+    /// The state as it is, read from the framework and from a new description.
+    static TimelineState read(qrvkp::RvKpApplication& application);
+
+    /// How `actual` differs from this expected state, a line for each difference. Objects that are
+    /// expected to be untouched must be the same ones.
+    std::vector<std::string> differencesTo(const TimelineState& actual) const;
+};
