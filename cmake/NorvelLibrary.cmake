@@ -1,7 +1,20 @@
 # SPDX-FileCopyrightText: 2026 The norvel developers
 # SPDX-License-Identifier: MIT
 
-# norvel_setup_library(<name> INCLUDE_ROOT <dir> HEADERS <header>... )
+# What is installed finds the libraries in its own prefix, so that a prefix can be moved. A build
+# against a framework of its own prefix keeps the way there as well.
+if(APPLE)
+    set(norvel_origin "@loader_path")
+else()
+    set(norvel_origin "$ORIGIN")
+endif()
+file(RELATIVE_PATH norvel_bin_to_lib "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+set(CMAKE_INSTALL_RPATH "${norvel_origin}" "${norvel_origin}/${norvel_bin_to_lib}")
+if(NORVEL_FRAMEWORK STREQUAL "sdk")
+    set(CMAKE_INSTALL_RPATH_USE_LINK_PATH ON)
+endif()
+
+# norvel_setup_library(<name> INCLUDE_ROOT <dir> HEADERS <header>...)
 #
 # What the shared libraries of the project have in common: the warnings, version and SOVERSION, a
 # generated export header <name>/<name>_export.h (macro <NAME>_EXPORT), the alias norvel::<name>,
