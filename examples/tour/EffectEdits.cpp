@@ -34,8 +34,6 @@
 
 namespace {
 
-using qkpar::KpARKernelParamFlag;
-
 constexpr std::int64_t FirstFace = 1;
 constexpr std::int64_t SecondFace = 2;
 constexpr int BindType = 1;

@@ -19,8 +19,10 @@ RvKpGroup::RvKpGroup(long long duration)
 
 RvKpGroup::~RvKpGroup()
 {
-    for (const auto& track : m_native->tracks)
-        track->leave();
+    for (RvITrack* track : m_native->tracks) {
+        NativeTrack::of(track)->leave();
+        track->release();
+    }
 }
 
 RvKpGroup* RvKpGroup::create(long long duration)
@@ -53,35 +55,37 @@ void RvKpGroup::setDuration(long long duration)
 
 bool RvKpGroup::addTrack(RvITrack* track)
 {
-    const auto native = NativeTrack::fromContext(track ? track->getContext() : nullptr);
-    calls::record("RvKpGroup::addTrack", m_native->id, calls::IdOf{native.get()});
+    NativeTrack* native = NativeTrack::of(track);
+    calls::record("RvKpGroup::addTrack", m_native->id, calls::IdOf{native});
     if (shouldFail("RvKpGroup::addTrack") || !native || native->isPlaced())
         return false;
-    native->grouped = true;
-    m_native->tracks.push_back(native);
+    native->listed = native->wrap();
+    m_native->tracks.push_back(native->listed);
     return true;
 }
 
 bool RvKpGroup::removeTrack(RvITrack* track)
 {
-    const auto native = NativeTrack::fromContext(track ? track->getContext() : nullptr);
-    calls::record("RvKpGroup::removeTrack", m_native->id, calls::IdOf{native.get()});
-    auto& tracks = m_native->tracks;
-    const auto place = std::find(tracks.begin(), tracks.end(), native);
-    if (shouldFail("RvKpGroup::removeTrack") || place == tracks.end())
+    NativeTrack* native = NativeTrack::of(track);
+    calls::record("RvKpGroup::removeTrack", m_native->id, calls::IdOf{native});
+    if (shouldFail("RvKpGroup::removeTrack") || !native || !native->isPlaced())
         return false;
-    native->leave();
+    auto& tracks = m_native->tracks;
+    const auto place = std::find(tracks.begin(), tracks.end(), native->listed);
+    if (place == tracks.end())
+        return false;
+    RvITrack* listed = *place;
     tracks.erase(place);
+    native->leave();
+    listed->release();
     return true;
 }
 
 std::vector<RvITrack*> RvKpGroup::getTracks() const
 {
-    std::vector<RvITrack*> wrappers;
-    wrappers.reserve(m_native->tracks.size());
-    for (const auto& track : m_native->tracks)
-        wrappers.push_back(track->wrap());
-    return wrappers;
+    for (RvITrack* track : m_native->tracks)
+        track->retain();
+    return m_native->tracks;
 }
 
 } // namespace qrvkp

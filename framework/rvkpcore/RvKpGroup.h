@@ -35,7 +35,8 @@ public:
     bool addTrack(RvITrack* track);
     /// Takes a track out of the group, which ends the bindings to it. False when it is not in it.
     bool removeTrack(RvITrack* track);
-    /// The tracks in order, each a wrapper of its own kind with one reference.
+    /// The tracks in order, each with one reference: the wrappers of their own kinds by which the
+    /// group holds them, the same ones each time.
     std::vector<RvITrack*> getTracks() const;
 
 protected:

@@ -20,29 +20,21 @@ NativeGroup* nativeOf(const RvKpGroup* group)
     return group ? static_cast<NativeGroup*>(group->getContext()) : nullptr;
 }
 
-std::shared_ptr<NativeTrack> nativeOf(const RvITrack* track)
-{
-    return NativeTrack::fromContext(track ? track->getContext() : nullptr);
-}
-
 calls::IdOf<NativeGroup> idOf(const RvKpGroup* group)
 {
     return {nativeOf(group)};
 }
 
-calls::IdOf<NativeTrack> idOf(const std::shared_ptr<NativeTrack>& track)
+calls::IdOf<NativeTrack> idOf(const RvITrack* track)
 {
-    return {track.get()};
+    return {NativeTrack::of(track)};
 }
 
 /// Where a timeline's sequences keep the places of its groups and mix tracks.
 struct PlaceOf
 {
     const void*& operator()(const RvKpGroup* group) const { return nativeOf(group)->place; }
-    const void*& operator()(const std::shared_ptr<NativeTrack>& track) const
-    {
-        return track->place;
-    }
+    const void*& operator()(const RvITrack* track) const { return NativeTrack::of(track)->place; }
 };
 
 std::size_t clampedPosition(int position)
@@ -54,16 +46,18 @@ std::size_t clampedPosition(int position)
 void leave(NativeGroup& group)
 {
     group.place = nullptr;
-    for (const auto& track : group.tracks)
-        ++track->detachments;
+    for (const RvITrack* track : group.tracks)
+        ++NativeTrack::of(track)->detachments;
 }
 
 } // namespace
 
 struct RvKpTimeLine::Content
 {
-    OrderedSequence<RvKpGroup*, PlaceOf> groups; ///< each holds one reference of the timeline's
-    OrderedSequence<std::shared_ptr<NativeTrack>, PlaceOf> mixTracks;
+    // Each item holds one reference of the timeline's. The mix tracks are wrappers made once: a
+    // list of them costs no allocation, and does not touch the native tracks.
+    OrderedSequence<RvKpGroup*, PlaceOf> groups;
+    OrderedSequence<RvITrack*, PlaceOf> mixTracks;
 
     bool insert(RvKpGroup* group, std::size_t position)
     {
@@ -87,7 +81,10 @@ RvKpTimeLine::~RvKpTimeLine()
         leave(*nativeOf(group));
         group->release();
     });
-    m_content->mixTracks.forEach([](const auto& track) { track->leave(); });
+    m_content->mixTracks.forEach([](RvITrack* track) {
+        NativeTrack::of(track)->leave();
+        track->release();
+    });
 }
 
 RvKpTimeLine* RvKpTimeLine::create()
@@ -115,7 +112,10 @@ std::vector<RvITrack*> RvKpTimeLine::getMixTracks() const
 {
     std::vector<RvITrack*> tracks;
     tracks.reserve(m_content->mixTracks.size());
-    m_content->mixTracks.forEach([&](const auto& track) { tracks.push_back(track->wrap()); });
+    m_content->mixTracks.forEach([&](RvITrack* track) {
+        track->retain();
+        tracks.push_back(track);
+    });
     return tracks;
 }
 
@@ -160,23 +160,26 @@ bool RvKpTimeLine::removeGroup(RvKpGroup* group)
 
 bool RvKpTimeLine::addMixTrack(RvITrack* track)
 {
-    const auto native = nativeOf(track);
-    calls::record("RvKpTimeLine::addMixTrack", idOf(native));
+    calls::record("RvKpTimeLine::addMixTrack", idOf(track));
+    NativeTrack* native = NativeTrack::of(track);
     if (shouldFail("RvKpTimeLine::addMixTrack") || !native || native->isPlaced())
         return false;
-    m_content->mixTracks.insert(m_content->mixTracks.size(), native);
+    native->listed = native->wrap();
+    m_content->mixTracks.insert(m_content->mixTracks.size(), native->listed);
     return true;
 }
 
 bool RvKpTimeLine::removeMixTrack(RvITrack* track)
 {
-    const auto native = nativeOf(track);
-    calls::record("RvKpTimeLine::removeMixTrack", idOf(native));
-    if (shouldFail("RvKpTimeLine::removeMixTrack") || !native ||
-        !m_content->mixTracks.contains(native))
+    calls::record("RvKpTimeLine::removeMixTrack", idOf(track));
+    NativeTrack* native = NativeTrack::of(track);
+    if (shouldFail("RvKpTimeLine::removeMixTrack") || !native || !native->isPlaced() ||
+        !m_content->mixTracks.contains(native->listed))
         return false;
-    m_content->mixTracks.erase(native);
+    RvITrack* listed = native->listed;
+    m_content->mixTracks.erase(listed);
     native->leave();
+    listed->release();
     return true;
 }
 
@@ -188,10 +191,9 @@ long long RvKpTimeLine::getDuration() const
     long long end = 0;
     m_content->groups.forEach(
         [&](const RvKpGroup* group) { end = sum(end, std::max(group->getDuration(), 0LL)); });
-    for (RvITrack* track : getMixTracks()) {
+    m_content->mixTracks.forEach([&](const RvITrack* track) {
         end = std::max(end, sum(track->getStartPos(), std::max(track->getDuration(), 0LL)));
-        track->release();
-    }
+    });
     return end;
 }
 

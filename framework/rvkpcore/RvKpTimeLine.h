@@ -23,8 +23,8 @@ public:
 
     /// The groups in order, each with one reference.
     std::vector<RvKpGroup*> getGroups() const;
-    /// The mix tracks in the order in which they were added, each a wrapper of its own kind with
-    /// one reference.
+    /// The mix tracks in the order in which they were added, each with one reference: the wrappers
+    /// of their own kinds by which the timeline holds them, the same ones each time.
     std::vector<RvITrack*> getMixTracks() const;
 
     /// Puts a group at `position`: below 0 is the start, beyond the end the end. False and no

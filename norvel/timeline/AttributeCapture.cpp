@@ -78,14 +78,14 @@ RvTimeLineAttribute* RvAttributeUtility::createTimeLineAttribute(qrvkp::RvKpTime
     description->height = height;
     if (!timeline)
         return description.release();
-    adopt(timeline->getGroups()).consume([&](qrvkp::RvKpGroup* group) {
+    for (qrvkp::RvKpGroup* group : adopt(timeline->getGroups())) {
         if (RvAttribute* record = createMainMediaAttribute(group))
             description->mainAttribs.push_back(record);
-    });
-    adopt(timeline->getMixTracks()).consume([&](qrvkp::RvITrack* track) {
+    }
+    for (qrvkp::RvITrack* track : adopt(timeline->getMixTracks())) {
         if (RvAttribute* record = createMixAttribute(track))
             description->mixAttribs.push_back(record);
-    });
+    }
     return description.release();
 }
 

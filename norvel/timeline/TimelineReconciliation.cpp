@@ -17,21 +17,6 @@ namespace norvel {
 
 namespace {
 
-/// The identities that survive a reconciliation, main and mix together.
-class KeptIds
-{
-public:
-    explicit KeptIds(std::size_t expected) { m_ids.reserve(expected); }
-    void add(std::uint64_t id) { m_ids.add(id, {}); }
-    bool contains(std::uint64_t id) { return m_ids.find(id) != nullptr; }
-
-private:
-    struct Nothing
-    {
-    };
-    IdTable<Nothing> m_ids;
-};
-
 bool isMedia(const RvAttribute* record)
 {
     return record && isMediaType(record->type);
@@ -77,12 +62,12 @@ void insertIntoMain(TimelineIndex& timeline, qrvkp::RvITrack* track, long long d
         timeline.groupInserted(*group, *track);
 }
 
-/// Removes the groups of the old description that were not kept. An identity without a group is
-/// handed to the framework all the same, as null, which it bears.
-void removeStaleGroups(TimelineIndex& timeline, const AttributeIndex& oldMain, KeptIds& kept)
+/// Removes the groups of the old description that are not kept, as a main or as a mix track. An
+/// identity without a group is handed to the framework all the same, as null, which it bears.
+void removeStaleGroups(TimelineIndex& timeline, AttributeIndex& oldMain, AttributeIndex& oldMix)
 {
     for (const std::uint64_t id : oldMain.ids()) {
-        if (kept.contains(id))
+        if (oldMain.isKept(id) || oldMix.isKept(id))
             continue;
         const auto group = timeline.group(id);
         timeline.timeline()->removeGroup(group.get());
@@ -91,10 +76,11 @@ void removeStaleGroups(TimelineIndex& timeline, const AttributeIndex& oldMain, K
     }
 }
 
-void removeStaleMixTracks(TimelineIndex& timeline, const AttributeIndex& oldMix, KeptIds& kept)
+/// Removes the mix tracks of the old description that are not kept, as a mix or as a main track.
+void removeStaleMixTracks(TimelineIndex& timeline, AttributeIndex& oldMain, AttributeIndex& oldMix)
 {
     for (const std::uint64_t id : oldMix.ids()) {
-        if (kept.contains(id))
+        if (oldMix.isKept(id) || oldMain.isKept(id))
             continue;
         if (const auto track = timeline.mixTrack(id)) {
             timeline.timeline()->removeMixTrack(track.get());
@@ -120,23 +106,21 @@ void RvAttributeUtility::updateTimeLine(qrvkp::RvKpTimeLine* timeline,
     TimelineIndex index(timeline);
     AttributeIndex oldMain(oldDescription->mainAttribs);
     AttributeIndex oldMix(oldDescription->mixAttribs);
-    KeptIds kept(newDescription->mainAttribs.size() + newDescription->mixAttribs.size());
-    const auto keep = [&kept](const RvAttribute* record, RvReturnVlaue result) {
-        if (isKnown(result))
-            kept.add(record->uuid);
-    };
-
     int position = 0;
     mediaFirst(newDescription->mainAttribs, [&](RvAttribute* record) {
-        if (isMedia(record)) // what is no media has no place on the main line
-            keep(record, updateMainMediaTrack(index, oldMain, record, position++));
+        if (!isMedia(record))
+            return; // what is no media has no place on the main line
+        if (isKnown(updateMainMediaTrack(index, oldMain, record, position++)))
+            oldMain.keep(record->uuid);
     });
     mediaFirst(newDescription->mixAttribs, [&](RvAttribute* record) {
-        keep(record, isMedia(record) ? updateMixMediaTrack(index, oldMix, record)
-                                     : updateMixTrack(index, oldMix, record));
+        const RvReturnVlaue result = isMedia(record) ? updateMixMediaTrack(index, oldMix, record)
+                                                     : updateMixTrack(index, oldMix, record);
+        if (isKnown(result))
+            oldMix.keep(record->uuid);
     });
-    removeStaleGroups(index, oldMain, kept);
-    removeStaleMixTracks(index, oldMix, kept);
+    removeStaleGroups(index, oldMain, oldMix);
+    removeStaleMixTracks(index, oldMain, oldMix);
     timeline->invalidate();
 }
 

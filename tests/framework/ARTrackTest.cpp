@@ -72,6 +72,7 @@ QImage mask(QRgb colour)
 {
     QImage image(3, 2, QImage::Format_ARGB32);
     image.fill(colour);
+    image.setPixel(2, 0, ~colour); // no side of it is like the other
     return image;
 }
 

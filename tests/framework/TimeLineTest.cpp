@@ -155,12 +155,33 @@ TEST(GroupTest, AddingAndListingTakeNoReferenceOfTheCaller)
     const auto track = newTrack();
     group->addTrack(track.get());
     EXPECT_EQ(track->referenceCount(), 1);
-    const long long before = RvRef::liveCount();
     auto tracks = adopt(group->getTracks());
-    EXPECT_EQ(RvRef::liveCount(), before + 1);
-    EXPECT_EQ(tracks[0]->referenceCount(), 1);
+    EXPECT_EQ(tracks[0]->referenceCount(), 2) << "the group's and the list's";
+    EXPECT_EQ(adopt(group->getTracks())[0], tracks[0]);
     tracks.clear();
+    EXPECT_EQ(adopt(group->getTracks())[0]->referenceCount(), 2) << "the former list's is gone";
+}
+
+TEST(GroupTest, RemovesATrackThatNobodyElseHolds)
+{
+    const auto group = newGroup();
+    const long long before = RvRef::liveCount();
+    group->addTrack(newTrack().get());
+    RvITrack* listed = adopt(group->getTracks())[0].get();
+    EXPECT_TRUE(group->removeTrack(listed));
     EXPECT_EQ(RvRef::liveCount(), before);
+}
+
+TEST(GroupTest, AListedTrackOutlivesItsRemovalAndCanComeBack)
+{
+    const auto group = newGroup();
+    group->addTrack(newTrack().get());
+    const auto tracks = adopt(group->getTracks());
+    EXPECT_TRUE(group->removeTrack(tracks[0].get()));
+    EXPECT_EQ(tracks[0]->referenceCount(), 1);
+    EXPECT_EQ(tracks[0]->getOriginDuration(), 1000);
+    EXPECT_TRUE(group->addTrack(tracks[0].get()));
+    EXPECT_EQ(idsOf(group->getTracks()), std::vector<std::uint64_t>{tracks[0]->getTrackID()});
 }
 
 TEST(GroupTest, ADestroyedGroupSetsItsTracksFree)
@@ -345,19 +366,53 @@ TEST_F(TimeLineTest, AMixTrackStandsInOnePlaceOnly)
     EXPECT_EQ(adopt(m_timeline->getMixTracks()).size(), 1U);
 }
 
-TEST_F(TimeLineTest, ListedMixTracksAreNewWrappersWithOneReferenceEach)
+TEST_F(TimeLineTest, ListedMixTracksAreTheTimelinesOwnWithOneMoreReferenceEach)
 {
     const auto track = newTrack();
     m_timeline->addMixTrack(track.get());
-    const long long before = RvRef::liveCount();
     auto tracks = adopt(m_timeline->getMixTracks());
     ASSERT_EQ(tracks.size(), 1U);
     EXPECT_NE(tracks[0], track);
-    EXPECT_EQ(tracks[0]->referenceCount(), 1);
+    EXPECT_EQ(tracks[0]->referenceCount(), 2) << "the timeline's and the list's";
     EXPECT_EQ(tracks[0]->getContext(), track->getContext());
-    EXPECT_EQ(RvRef::liveCount(), before + 1);
+    EXPECT_EQ(adopt(m_timeline->getMixTracks())[0], tracks[0]);
     tracks.clear();
+    EXPECT_EQ(adopt(m_timeline->getMixTracks())[0]->referenceCount(), 2)
+        << "the former list's is gone";
+}
+
+TEST_F(TimeLineTest, RemovesAMixTrackThatNobodyElseHolds)
+{
+    const long long before = RvRef::liveCount();
+    m_timeline->addMixTrack(newTrack().get());
+    RvITrack* listed = adopt(m_timeline->getMixTracks())[0].get();
+    EXPECT_TRUE(m_timeline->removeMixTrack(listed));
     EXPECT_EQ(RvRef::liveCount(), before);
+}
+
+TEST_F(TimeLineTest, AListedMixTrackOutlivesItsRemovalAndCanComeBack)
+{
+    m_timeline->addMixTrack(newTrack().get());
+    const auto tracks = adopt(m_timeline->getMixTracks());
+    EXPECT_TRUE(m_timeline->removeMixTrack(tracks[0].get()));
+    EXPECT_EQ(tracks[0]->referenceCount(), 1);
+    EXPECT_EQ(tracks[0]->getOriginDuration(), 1000);
+    EXPECT_TRUE(m_timeline->addMixTrack(tracks[0].get()));
+    EXPECT_EQ(idsOf(m_timeline->getMixTracks()),
+              std::vector<std::uint64_t>{tracks[0]->getTrackID()});
+}
+
+TEST_F(TimeLineTest, ATrackOfAGroupIsNoMixTrackToRemove)
+{
+    const auto track = newTrack();
+    group('A')->addTrack(track.get());
+    EXPECT_FALSE(m_timeline->removeMixTrack(track.get()));
+    EXPECT_EQ(idsOf(group('A')->getTracks()), std::vector<std::uint64_t>{track->getTrackID()});
+    m_timeline->removeGroup(group('A'));
+    const auto mix = newTrack();
+    m_timeline->addMixTrack(mix.get());
+    EXPECT_FALSE(group('A')->removeTrack(mix.get()));
+    EXPECT_EQ(idsOf(m_timeline->getMixTracks()), std::vector<std::uint64_t>{mix->getTrackID()});
 }
 
 TEST_F(TimeLineTest, ADestroyedTimelineSetsItsGroupsAndTracksFree)
@@ -432,6 +487,8 @@ TEST_F(TimeLineTest, SumsOfDurationsSaturate)
     group('B')->setDuration(longest);
     EXPECT_EQ(m_timeline->getDuration(), longest);
     group('A')->setDuration(0);
+    group('B')->setDuration(longest - 2999);
+    EXPECT_EQ(m_timeline->getDuration(), longest);
     group('B')->setDuration(longest - 3000);
     EXPECT_EQ(m_timeline->getDuration(), longest);
     group('B')->setDuration(longest - 3001);
@@ -446,6 +503,8 @@ TEST_F(TimeLineTest, EndsOfMixTracksSaturate)
     track->setStartPos(shortest);
     EXPECT_EQ(m_timeline->getDuration(), 5000);
     track->setStartPos(1);
+    track->setDuration(longest);
+    EXPECT_EQ(m_timeline->getDuration(), longest);
     track->setDuration(longest - 1);
     EXPECT_EQ(m_timeline->getDuration(), longest);
     track->setDuration(longest - 2);

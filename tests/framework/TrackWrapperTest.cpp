@@ -159,7 +159,7 @@ TEST_P(TrackWrapperTest, TheNativeTrackLivesAsLongAsItsGroup)
         ASSERT_EQ(tracks.size(), 1U);
         EXPECT_EQ(tracks[0]->getTag(), "kept");
         EXPECT_TRUE(GetParam().isOwn(tracks[0].get()));
-        EXPECT_EQ(tracks[0]->referenceCount(), 1);
+        EXPECT_EQ(tracks[0]->referenceCount(), 2) << "the holder's and the list's";
     }
     group.reset();
     EXPECT_TRUE(native.expired());
@@ -178,7 +178,7 @@ TEST_P(TrackWrapperTest, TheNativeTrackLivesAsLongAsItsTimeline)
         ASSERT_EQ(tracks.size(), 1U);
         EXPECT_EQ(tracks[0]->getTag(), "kept");
         EXPECT_TRUE(GetParam().isOwn(tracks[0].get()));
-        EXPECT_EQ(tracks[0]->referenceCount(), 1);
+        EXPECT_EQ(tracks[0]->referenceCount(), 2) << "the holder's and the list's";
     }
     timeline.reset();
     EXPECT_TRUE(native.expired());

@@ -106,6 +106,23 @@ TEST_F(BindingsTest, UsesADetectionCreatedEarlierInTheSameCall)
     EXPECT_EQ(detectionOf(22), 21U);
 }
 
+TEST_F(BindingsTest, FindsWhatTheSameCallCreatedAfterItLookedAround)
+{
+    // A changed group and a changed mix track have been looked up before anything is created.
+    const auto from = TimelineSamples::pictures({1});
+    add(from->mixAttribs, RecordTypeImage, 11);
+    const auto to = TimelineSamples::pictures({1, 2});
+    to->mainAttribs[0]->alpha = 0.5F;
+    add(to->mixAttribs, RecordTypeImage, 11).alpha = 0.5F;
+    addDetection(*to);
+    bind(addEffect(*to), 1, {2});
+    dynamic_cast<RvARFilterAttribute&>(*to->mixAttribs.back()).detect = 21;
+    setLive(*from);
+    EXPECT_EQ(bindings(update(*from, *to)),
+              (Calls{"RvDetectionTrack::unbind(21)", "RvIEffectTrack::unbind(22)",
+                     "RvIEffectTrack::bind(22, 2, 0)", "RvIEffectTrack::bindDetect(22, 21)"}));
+}
+
 TEST_F(BindingsTest, DoesNotFindADetectionCreatedLaterInTheSameCall)
 {
     norvel::RvTimeLineAttribute to;

@@ -107,7 +107,8 @@ TEST_F(MixTracksTest, CreatesTheMediaFirstAndTheOthersInTheGivenOrder)
     Ids others;
     for (std::uint64_t id = 1; id <= 80; ++id) {
         const bool isMedia = id % 4 == 0;
-        add(to.mixAttribs, isMedia ? norvel::RecordTypeImage : norvel::RecordTypeARFilter, id);
+        const int mediaType = id % 8 == 0 ? norvel::RecordTypeImage : norvel::RecordTypeVideo;
+        add(to.mixAttribs, isMedia ? mediaType : norvel::RecordTypeARFilter, id);
         (isMedia ? media : others).push_back(id);
     }
     update(empty, to);

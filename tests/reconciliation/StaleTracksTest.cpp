@@ -107,6 +107,19 @@ TEST_F(StaleTracksTest, RemovesOneGroupForEveryOldRecordOfAnId)
     EXPECT_EQ(mainIds(), Ids{1}) << "the other one was not described";
 }
 
+TEST_F(StaleTracksTest, FindsNothingASecondTimeUnderAnIdItRemoved)
+{
+    const auto from = TimelineSamples::pictures({1, 1});
+    add(from->mixAttribs, norvel::RecordTypeImage, 2);
+    add(from->mixAttribs, norvel::RecordTypeAudio, 2);
+    const auto live = TimelineSamples::pictures({1, 3});
+    add(live->mixAttribs, norvel::RecordTypeImage, 2);
+    setLive(*live);
+    EXPECT_EQ(update(*from, empty),
+              (Calls{removeGroup(0), removeNoGroup(), removeMix(2), invalidate()}));
+    EXPECT_EQ(mainIds(), Ids{3});
+}
+
 TEST_F(StaleTracksTest, RemovesOneMixTrackForEveryOldRecordOfAnId)
 {
     norvel::RvTimeLineAttribute from;

@@ -155,9 +155,9 @@ TEST(TimelineCaptureTest, CapturingLeavesNoReferenceBehind)
     const auto picture = owned(newLiveTrack(2));
     const auto group = timeline.addGroup({picture.get()});
     const int references = group->referenceCount();
-    const long long objects = RvRef::liveCount();
     for (int type = 1; type <= 13; ++type)
         timeline.addMix(owned(newLiveTrack(type)).get());
+    const long long objects = RvRef::liveCount();
     timeline.capture();
     EXPECT_EQ(group->referenceCount(), references);
     EXPECT_EQ(picture->referenceCount(), 1);
@@ -329,14 +329,17 @@ protected:
         m_timeline.addMix(m_track.get());
     }
 
+    /// The record of the effect; null when it is not described.
     std::unique_ptr<RvEffectAttribute> capture() const
     {
         const auto description = m_timeline.capture();
-        RvAttribute*& last = description->mixAttribs.back();
-        auto* effect = dynamic_cast<RvEffectAttribute*>(last);
-        if (effect)
-            last = nullptr;
-        return std::unique_ptr<RvEffectAttribute>(effect);
+        for (RvAttribute*& record : description->mixAttribs) {
+            if (auto* effect = dynamic_cast<RvEffectAttribute*>(record)) {
+                record = nullptr; // no longer the description's
+                return std::unique_ptr<RvEffectAttribute>(effect);
+            }
+        }
+        return nullptr;
     }
 
     const ScopedCache m_cache;

@@ -29,6 +29,10 @@ using namespace qkpar;
 
 using Calls = std::vector<std::string>;
 
+// Taken before any test can set them.
+const std::string rootAtFirst = RvAttributeUtility::_sCacheDir;
+const std::string currentAtFirst = RvAttributeUtility::_sCurrentCacheLiquefyDir;
+
 class LiquifyCacheTest : public testing::Test
 {
 protected:
@@ -75,6 +79,12 @@ protected:
     const Owned<RvARLiquifyTrack> m_track =
         owned(dynamic_cast<RvARLiquifyTrack*>(newLiveTrack(13)));
 };
+
+TEST_F(LiquifyCacheTest, ThereIsNoRootAndNoCurrentFolderAtFirst)
+{
+    EXPECT_EQ(rootAtFirst, "");
+    EXPECT_EQ(currentAtFirst, "");
+}
 
 TEST_F(LiquifyCacheTest, TheFolderIsNamedByTheMillisecondsSinceTheEpoch)
 {

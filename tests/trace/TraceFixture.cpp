@@ -5,6 +5,13 @@
 
 using norvel::RvAttributeUtility;
 
+namespace {
+
+/// More than any history of the tests has.
+constexpr int mostSteps = 1000;
+
+} // namespace
+
 TraceTest::TraceTest()
 {
     const auto description = TimelineSamples::pictures({1, 2, 3});
@@ -46,7 +53,7 @@ std::string TraceTest::printed()
 int TraceTest::undoSteps()
 {
     int steps = 0;
-    for (; trace->canUndo(); ++steps)
+    for (; steps < mostSteps && trace->canUndo(); ++steps)
         trace->undo();
     for (int i = 0; i < steps; ++i)
         trace->redo();
@@ -56,7 +63,7 @@ int TraceTest::undoSteps()
 int TraceTest::redoSteps()
 {
     int steps = 0;
-    for (; trace->canRedo(); ++steps)
+    for (; steps < mostSteps && trace->canRedo(); ++steps)
         trace->redo();
     for (int i = 0; i < steps; ++i)
         trace->undo();

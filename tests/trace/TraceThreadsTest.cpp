@@ -161,16 +161,18 @@ protected:
             EXPECT_EQ(stored, live);
         };
         expectLiveAsDescribed();
-        while (trace->canRedo()) {
+        for (int steps = redoSteps(); steps > 0; --steps) {
             trace->redo();
             expectLiveAsDescribed();
         }
-        int entries = 1;
-        for (; trace->canUndo(); ++entries) {
+        EXPECT_FALSE(trace->canRedo());
+        const int steps = undoSteps();
+        for (int i = 0; i < steps; ++i) {
             trace->undo();
             expectLiveAsDescribed();
         }
-        EXPECT_EQ(redoSteps(), entries - 1);
+        EXPECT_FALSE(trace->canUndo());
+        EXPECT_EQ(redoSteps(), steps);
         EXPECT_EQ(timeline->referenceCount(), 2) << "the test's and the player's";
     }
 

@@ -164,9 +164,11 @@ void EditWalk::checkLookups(const TimelineState& actual)
 
 void EditWalk::checkObjects(const TimelineState& actual)
 {
-    const auto groups = static_cast<long long>(actual.groups.size());
-    EXPECT_EQ(qrvkp::RvRef::liveCount() - m_objectsBefore, 1 + groups)
-        << "what lives is the timeline and its groups";
+    std::size_t expected = 1 + actual.groups.size() + actual.mixTracks.size();
+    for (const GroupState& group : actual.groups)
+        expected += group.ids.size();
+    EXPECT_EQ(qrvkp::RvRef::liveCount() - m_objectsBefore, static_cast<long long>(expected))
+        << "what lives is the timeline with its groups and tracks";
 }
 
 Description EditWalk::capture()

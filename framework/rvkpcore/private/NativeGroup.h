@@ -15,7 +15,7 @@ struct NativeGroup
 {
     const std::uint64_t id = newObjectId();
     long long duration = 0;
-    std::vector<std::shared_ptr<NativeTrack>> tracks;
+    std::vector<RvITrack*> tracks; ///< each holds one reference of the group's
     /// What of a timeline holds the group, which can stand in one place only; or null.
     const void* place = nullptr;
 };

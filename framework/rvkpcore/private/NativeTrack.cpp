@@ -3,6 +3,8 @@
 
 #include <rvkpcore/private/NativeTrack.h>
 
+#include <rvkpcore/RvITrack.h>
+
 #include <mutex>
 #include <unordered_set>
 
@@ -63,6 +65,11 @@ NativeMediaTrack::~NativeMediaTrack() = default;
 NativeAudioTrack::~NativeAudioTrack() = default;
 NativeDetectionTrack::~NativeDetectionTrack() = default;
 NativeEffectTrack::~NativeEffectTrack() = default;
+
+NativeTrack* NativeTrack::of(const RvITrack* track)
+{
+    return track ? static_cast<NativeTrack*>(track->getContext()) : nullptr;
+}
 
 std::shared_ptr<NativeTrack> NativeTrack::fromContext(void* context)
 {

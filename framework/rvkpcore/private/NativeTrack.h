@@ -39,16 +39,19 @@ struct RVKPCORE_EXPORT NativeTrack : std::enable_shared_from_this<NativeTrack>
     /// The native of a handle of any type, or null for a null handle.
     static std::shared_ptr<NativeTrack> fromContext(void* context);
 
+    /// The native of a wrapper, or null for a null one.
+    static NativeTrack* of(const RvITrack* track);
+
     /// The track leaves the group or the timeline that held it, which ends the bindings to it.
     void leave()
     {
+        listed = nullptr;
         place = nullptr;
-        grouped = false;
         ++detachments;
     }
 
     /// A track can stand in one place only.
-    bool isPlaced() const { return place != nullptr || grouped; }
+    bool isPlaced() const { return listed != nullptr; }
 
     RvITrack* wrap() { return wrapFunction(shared_from_this()); }
 
@@ -62,10 +65,10 @@ struct RVKPCORE_EXPORT NativeTrack : std::enable_shared_from_this<NativeTrack>
     int zOrder = 0;
     float alpha = 1.0F;
     float speed = 1.0F;
-    /// What of a timeline holds the track as a mix track, or null.
+    /// The wrapper by which a group or a timeline holds and lists the track, or null.
+    RvITrack* listed = nullptr;
+    /// Where a timeline holds the track among its mix tracks, or null.
     const void* place = nullptr;
-    /// True while a group holds the track.
-    bool grouped = false;
     /// How often the track was taken off a timeline: a binding made before does not hold after.
     std::uint64_t detachments = 0;
 };

@@ -31,6 +31,22 @@ RvReturnVlaue AttributeIndex::compare(const RvAttribute* attribute)
     return ReturnNotFound;
 }
 
+void AttributeIndex::keep(std::uint64_t uuid)
+{
+    if (const auto* entry = m_records.find(uuid)) {
+        m_kept.resize(m_ids.size());
+        m_kept[m_records.positionOf(entry)] = true;
+    }
+}
+
+bool AttributeIndex::isKept(std::uint64_t uuid)
+{
+    if (m_kept.empty())
+        return false;
+    const auto* entry = m_records.find(uuid);
+    return entry && m_kept[m_records.positionOf(entry)];
+}
+
 RvReturnVlaue compareWithList(const RvAttribute* attribute, const std::vector<RvAttribute*>& list)
 {
     if (!attribute)

@@ -27,11 +27,17 @@ public:
     /// track; ReturnNotFound when there is none.
     RvReturnVlaue compare(const RvAttribute* attribute);
 
+    /// Marks the uuid of a record that was compared as the same track. Its track is to stay.
+    void keep(std::uint64_t uuid);
+    /// Whether the uuid was marked.
+    bool isKept(std::uint64_t uuid);
+
     /// The uuids of the list, in its order.
     const std::vector<std::uint64_t>& ids() const { return m_ids; }
 
 private:
     IdTable<RvAttribute*> m_records;
+    std::vector<bool> m_kept; ///< by the position in m_records
     std::vector<std::uint64_t> m_ids;
 };
 

@@ -44,6 +44,12 @@ public:
                                                                        : nullptr;
     }
 
+    /// Where an entry stands; stays the same while nothing is added.
+    std::size_t positionOf(const Entry* entry) const
+    {
+        return static_cast<std::size_t>(entry - m_entries.data());
+    }
+
     /// Behind the last entry.
     const Entry* end() const { return m_entries.data() + m_entries.size(); }
 

@@ -6,121 +6,97 @@
 #include <norvel/timeline/RvAttributeUtility.h>
 #include <norvel/timeline/RvTrackFactory.h>
 
+#include <optional>
+
 namespace norvel {
 
-TimelineIndex::Place* TimelineIndex::Places::known(std::uint64_t id)
+namespace {
+
+std::optional<std::uint64_t> firstTrackId(const qrvkp::RvKpGroup& group)
 {
-    if (auto* entry = m_walked.find(id)) {
-        const auto* next = entry + 1;
-        if (next != m_walked.end() && next->id == id)
-            entry->value.needsWalk = true;
-        return &entry->value;
+    const auto tracks = adopt(group.getTracks());
+    if (tracks.empty())
+        return std::nullopt;
+    return tracks.front()->getTrackID();
+}
+
+Reference<qrvkp::RvITrack> newWrapper(const qrvkp::RvITrack& track)
+{
+    return adopt(RvTrackFactory::createTrack(track.getContext(), track.getTrackType()));
+}
+
+} // namespace
+
+ObjectIndex<qrvkp::RvKpGroup>& TimelineIndex::groups()
+{
+    if (m_timeline && !m_groupsWalked) {
+        m_groupsWalked = true;
+        m_groups.fill(adopt(m_timeline->getGroups()), firstTrackId);
     }
-    const auto added = m_added.find(id);
-    return added == m_added.end() ? nullptr : &added->second;
+    return m_groups;
 }
 
-void TimelineIndex::Places::add(std::uint64_t id, const Place& place)
+ObjectIndex<qrvkp::RvITrack>& TimelineIndex::mixTracks()
 {
-    if (Place* first = known(id))
-        first->needsWalk = true;
-    else
-        m_added.emplace(id, place);
-}
-
-void TimelineIndex::Places::remove(std::uint64_t id)
-{
-    if (Place* first = known(id))
-        first->needsWalk = true;
-}
-
-const TimelineIndex::Place* TimelineIndex::Places::find(std::uint64_t id)
-{
-    return known(id);
-}
-
-TimelineIndex::Place TimelineIndex::placeOf(const qrvkp::RvITrack& track, qrvkp::RvKpGroup* group)
-{
-    return {group, track.getContext(), track.getTrackType(), false};
-}
-
-TimelineIndex::Places& TimelineIndex::mainPlaces()
-{
-    if (m_mainWalked || !m_timeline)
-        return m_main;
-    m_mainWalked = true;
-    auto groups = adopt(m_timeline->getGroups());
-    m_main.reserve(groups.size());
-    groups.consume([this](qrvkp::RvKpGroup* group) {
-        const auto tracks = adopt(group->getTracks());
-        if (!tracks.empty())
-            m_main.fill(tracks.front()->getTrackID(), placeOf(*tracks.front(), group));
-    });
-    return m_main;
-}
-
-TimelineIndex::Places& TimelineIndex::mixPlaces()
-{
-    if (m_mixWalked || !m_timeline)
-        return m_mix;
-    m_mixWalked = true;
-    auto tracks = adopt(m_timeline->getMixTracks());
-    m_mix.reserve(tracks.size());
-    tracks.consume([this](const qrvkp::RvITrack* track) {
-        m_mix.fill(track->getTrackID(), placeOf(*track, nullptr));
-    });
-    return m_mix;
+    if (m_timeline && !m_mixTracksWalked) {
+        m_mixTracksWalked = true;
+        m_mixTracks.fill(adopt(m_timeline->getMixTracks()),
+                         [](const qrvkp::RvITrack& track) -> std::optional<std::uint64_t> {
+                             return track.getTrackID();
+                         });
+    }
+    return m_mixTracks;
 }
 
 Reference<qrvkp::RvKpGroup> TimelineIndex::group(std::uint64_t id)
 {
-    const Place* place = mainPlaces().find(id);
-    if (!place)
-        return nullptr;
-    if (place->needsWalk)
+    const auto found = groups().find(id);
+    if (found.needsWalk)
         return adopt(RvAttributeUtility::getGroup(m_timeline, id));
-    place->group->retain();
-    return adopt(place->group);
+    if (found.object)
+        found.object->retain();
+    return adopt(found.object);
 }
 
 Reference<qrvkp::RvITrack> TimelineIndex::mainTrack(std::uint64_t id)
 {
-    const Place* place = mainPlaces().find(id);
-    if (!place)
+    const auto found = groups().find(id);
+    if (found.needsWalk)
+        return adopt(RvAttributeUtility::getMainTrack(m_timeline, id));
+    if (!found.object)
         return nullptr;
-    return adopt(place->needsWalk ? RvAttributeUtility::getMainTrack(m_timeline, id)
-                                  : RvTrackFactory::createTrack(place->context, place->trackType));
+    const auto tracks = adopt(found.object->getTracks());
+    return newWrapper(*tracks.front());
 }
 
 Reference<qrvkp::RvITrack> TimelineIndex::mixTrack(std::uint64_t id)
 {
-    const Place* place = mixPlaces().find(id);
-    if (!place)
-        return nullptr;
-    return adopt(place->needsWalk ? RvAttributeUtility::getMixTrack(m_timeline, id)
-                                  : RvTrackFactory::createTrack(place->context, place->trackType));
+    const auto found = mixTracks().find(id);
+    if (found.needsWalk)
+        return adopt(RvAttributeUtility::getMixTrack(m_timeline, id));
+    return found.object ? newWrapper(*found.object) : nullptr;
 }
 
 void TimelineIndex::groupInserted(qrvkp::RvKpGroup& group, const qrvkp::RvITrack& firstTrack)
 {
-    if (m_mainWalked)
-        m_main.add(firstTrack.getTrackID(), placeOf(firstTrack, &group));
+    if (m_groupsWalked)
+        m_groups.add(firstTrack.getTrackID(), group);
 }
 
 void TimelineIndex::groupRemoved(std::uint64_t id)
 {
-    m_main.remove(id);
+    m_groups.remove(id);
 }
 
-void TimelineIndex::mixTrackAdded(const qrvkp::RvITrack& track)
+void TimelineIndex::mixTrackAdded(qrvkp::RvITrack& track)
 {
-    if (m_mixWalked)
-        m_mix.add(track.getTrackID(), placeOf(track, nullptr));
+    if (m_mixTracksWalked)
+        m_mixTracks.add(track.getTrackID(), track);
 }
 
 void TimelineIndex::mixTrackRemoved(std::uint64_t id)
 {
-    m_mix.remove(id);
+    m_mixTracks.remove(id);
 }
 
 } // namespace norvel

@@ -3,13 +3,12 @@
 
 #pragma once
 
-#include <norvel/timeline/private/IdTable.h>
+#include <norvel/timeline/private/ObjectIndex.h>
 #include <norvel/timeline/private/Reference.h>
 
 #include <rvkpcore/RvKpTimeLine.h>
 
 #include <cstdint>
-#include <unordered_map>
 
 namespace norvel {
 
@@ -42,48 +41,19 @@ public:
     /// The group found under the id was taken off the timeline.
     void groupRemoved(std::uint64_t id);
     /// A track was added to the mix tracks.
-    void mixTrackAdded(const qrvkp::RvITrack& track);
+    void mixTrackAdded(qrvkp::RvITrack& track);
     /// The mix track found under the id was taken off the timeline.
     void mixTrackRemoved(std::uint64_t id);
 
 private:
-    /// Where an id leads. The timeline keeps group and native track alive.
-    struct Place
-    {
-        qrvkp::RvKpGroup* group = nullptr; ///< null for a mix track
-        void* context = nullptr;
-        int trackType = 0;
-        bool needsWalk = false;
-    };
-    class Places
-    {
-    public:
-        /// Fills in what stands on the timeline, in its order.
-        void fill(std::uint64_t id, const Place& place) { m_walked.add(id, place); }
-        void reserve(std::size_t count) { m_walked.reserve(count); }
-
-        /// What is inserted and removed later.
-        void add(std::uint64_t id, const Place& place);
-        void remove(std::uint64_t id);
-
-        const Place* find(std::uint64_t id);
-
-    private:
-        Place* known(std::uint64_t id);
-
-        IdTable<Place> m_walked;
-        std::unordered_map<std::uint64_t, Place> m_added; ///< no id of m_walked
-    };
-
-    static Place placeOf(const qrvkp::RvITrack& track, qrvkp::RvKpGroup* group);
-    Places& mainPlaces();
-    Places& mixPlaces();
+    ObjectIndex<qrvkp::RvKpGroup>& groups();
+    ObjectIndex<qrvkp::RvITrack>& mixTracks();
 
     qrvkp::RvKpTimeLine* const m_timeline;
-    Places m_main;
-    Places m_mix;
-    bool m_mainWalked = false;
-    bool m_mixWalked = false;
+    ObjectIndex<qrvkp::RvKpGroup> m_groups; ///< by the id of the first track
+    ObjectIndex<qrvkp::RvITrack> m_mixTracks;
+    bool m_groupsWalked = false;
+    bool m_mixTracksWalked = false;
 };
 
 } // namespace norvel
