@@ -193,8 +193,7 @@ private:
                                               RvAttribute* record, int position);
     static RvReturnVlaue updateMixMediaTrack(TimelineIndex& timeline, AttributeIndex& oldMix,
                                              RvAttribute* record);
-    static RvReturnVlaue updateMixTrack(TimelineIndex& timeline, AttributeIndex& oldMix,
-                                        RvAttribute* record);
+    static void updateMixTrack(TimelineIndex& timeline, RvAttribute* record, RvReturnVlaue result);
 };
 
 } // namespace norvel

@@ -9,8 +9,8 @@
 
 #include <rvkpcore/RvKpTimeLine.h>
 
-#include <algorithm>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace norvel {
@@ -20,22 +20,6 @@ namespace {
 bool isMedia(const RvAttribute* record)
 {
     return record && isMediaType(record->type);
-}
-
-/// Calls `function` with the media records of a description's list, and then with the others, each
-/// in the given order.
-template <class Function>
-void mediaFirst(const std::vector<RvAttribute*>& records, const Function& function)
-{
-    std::vector<RvAttribute*> others;
-    for (RvAttribute* record : records) {
-        if (isMedia(record))
-            function(record);
-        else
-            others.push_back(record);
-    }
-    for (RvAttribute* record : others)
-        function(record);
 }
 
 bool isKnown(RvReturnVlaue result)
@@ -106,19 +90,27 @@ void RvAttributeUtility::updateTimeLine(qrvkp::RvKpTimeLine* timeline,
     TimelineIndex index(timeline);
     AttributeIndex oldMain(oldDescription->mainAttribs);
     AttributeIndex oldMix(oldDescription->mixAttribs);
-    int position = 0;
-    mediaFirst(newDescription->mainAttribs, [&](RvAttribute* record) {
-        if (!isMedia(record))
-            return; // what is no media has no place on the main line
-        if (isKnown(updateMainMediaTrack(index, oldMain, record, position++)))
+    int position = 0; // among the media records: nothing else has a place on the main line
+    for (RvAttribute* record : newDescription->mainAttribs) {
+        if (isMedia(record) && isKnown(updateMainMediaTrack(index, oldMain, record, position++)))
             oldMain.keep(record->uuid);
-    });
-    mediaFirst(newDescription->mixAttribs, [&](RvAttribute* record) {
-        const RvReturnVlaue result = isMedia(record) ? updateMixMediaTrack(index, oldMix, record)
-                                                     : updateMixTrack(index, oldMix, record);
+    }
+
+    // The media come first, then the others. Comparing touches no track, so one walk compares all
+    // of them and leaves to a second one only the others that differ.
+    std::vector<std::pair<RvAttribute*, RvReturnVlaue>> others;
+    for (RvAttribute* record : newDescription->mixAttribs) {
+        const bool media = isMedia(record);
+        const RvReturnVlaue result =
+            media ? updateMixMediaTrack(index, oldMix, record) : oldMix.compare(record);
         if (isKnown(result))
             oldMix.keep(record->uuid);
-    });
+        if (!media && (result == ReturnChanged || result == ReturnNotFound))
+            others.emplace_back(record, result);
+    }
+    for (const auto& [record, result] : others)
+        updateMixTrack(index, record, result);
+
     removeStaleGroups(index, oldMain, oldMix);
     removeStaleMixTracks(index, oldMain, oldMix);
     timeline->invalidate();
@@ -154,26 +146,20 @@ RvReturnVlaue RvAttributeUtility::updateMainMediaTrack(TimelineIndex& timeline,
 RvReturnVlaue RvAttributeUtility::updateMixMediaTrack(TimelineIndex& timeline,
                                                       AttributeIndex& oldMix, RvAttribute* record)
 {
-    return updateMixTrack(timeline, oldMix, record);
+    const RvReturnVlaue result = oldMix.compare(record);
+    updateMixTrack(timeline, record, result);
+    return result;
 }
 
-RvReturnVlaue RvAttributeUtility::updateMixTrack(TimelineIndex& timeline, AttributeIndex& oldMix,
-                                                 RvAttribute* record)
+void RvAttributeUtility::updateMixTrack(TimelineIndex& timeline, RvAttribute* record,
+                                        RvReturnVlaue result)
 {
-    const RvReturnVlaue result = oldMix.compare(record);
-    switch (result) {
-    case ReturnSame:
-        return result;
-    case ReturnChanged:
+    if (result == ReturnChanged) {
         if (const auto track = timeline.mixTrack(record->uuid))
             updateTrack(timeline, track.get(), record);
-        return result;
-    case ReturnNotFound:
+    } else if (result == ReturnNotFound) {
         if (const auto track = adopt(createTrack(timeline, record)))
             addToMix(timeline, track.get());
-        return result;
-    default:
-        return ReturnInvalid;
     }
 }
 

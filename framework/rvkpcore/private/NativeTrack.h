@@ -55,9 +55,9 @@ struct RVKPCORE_EXPORT NativeTrack : std::enable_shared_from_this<NativeTrack>
 
     RvITrack* wrap() { return wrapFunction(shared_from_this()); }
 
+    std::uint64_t id = newObjectId(); ///< first: what a walk over many tracks looks at
     const int type;
     const Wrap wrapFunction;
-    std::uint64_t id = newObjectId();
     std::string source;
     std::string tag;
     long long startPos = 0;

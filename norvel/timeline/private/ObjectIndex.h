@@ -31,9 +31,10 @@ public:
     {
         m_list = std::move(list);
         m_walked.reserve(m_list.size());
-        for (Object* object : m_list) {
-            if (const std::optional<std::uint64_t> id = idOf(*object))
-                m_walked.add(*id, object);
+        for (std::size_t i = 0; i < m_list.size(); ++i) {
+            m_list.prefetchBehind(i);
+            if (const std::optional<std::uint64_t> id = idOf(*m_list[i]))
+                m_walked.add(*id, m_list[i]);
         }
     }
 

@@ -30,20 +30,6 @@ Reference<Object> adopt(Object* object)
     return Reference<Object>(object);
 }
 
-/// In a walk of a long list of objects, asks for one some steps ahead, so that it is in the
-/// processor's cache when the walk is there. Worth it where every step waits for memory: counting a
-/// reference is an atomic operation, and no other access passes it.
-template <class Object>
-void prefetchAhead([[maybe_unused]] const std::vector<Object*>& objects,
-                   [[maybe_unused]] std::size_t index)
-{
-#if defined(__GNUC__)
-    constexpr std::size_t distance = 8;
-    if (index + distance < objects.size())
-        __builtin_prefetch(objects[index + distance], 1);
-#endif
-}
-
 /// Holds a list of a framework getter, whose every element carries one reference.
 template <class Object>
 class References
@@ -57,7 +43,7 @@ public:
     ~References()
     {
         for (std::size_t i = 0; i < m_objects.size(); ++i) {
-            prefetchAhead(m_objects, i);
+            prefetchBehind(i);
             m_objects[i]->release();
         }
     }
@@ -70,11 +56,42 @@ public:
         return *this;
     }
 
-    auto begin() const { return m_objects.begin(); }
-    auto end() const { return m_objects.end(); }
-    std::size_t size() const { return m_objects.size(); }
-    bool empty() const { return m_objects.empty(); }
-    Object* front() const { return m_objects.front(); }
+    Object* operator[](std::size_t index) const { return m_objects[index]; }
+
+    /// Asks for the objects, and their native ones, some steps behind `index`, so that they are in
+    /// the processor's cache when a walk of the list is there. Worth it where every step waits for
+    /// memory: counting a reference is an atomic operation, and no other access passes it.
+    void prefetchBehind([[maybe_unused]] std::size_t index) const
+    {
+#if defined(__GNUC__)
+        constexpr std::size_t distance = 8;
+        if (index + 2 * distance < m_objects.size()) {
+            __builtin_prefetch(m_objects[index + 2 * distance], 1);
+            __builtin_prefetch(m_objects[index + distance]->getContext());
+        }
+#endif
+    }
+
+    auto begin() const
+    {
+        return m_objects.begin();
+    }
+    auto end() const
+    {
+        return m_objects.end();
+    }
+    std::size_t size() const
+    {
+        return m_objects.size();
+    }
+    bool empty() const
+    {
+        return m_objects.empty();
+    }
+    Object* front() const
+    {
+        return m_objects.front();
+    }
 
 private:
     std::vector<Object*> m_objects;
