@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "engine/ScopedCommaLocale.h"
+#include "support/ScopedCommaLocale.h"
 #include "support/TestMedia.h"
 
 #include <QDir>

@@ -4,7 +4,7 @@
 #include "SampleMedia.h"
 #include "Threads.h"
 #include "TrackKinds.h"
-#include "engine/ScopedCommaLocale.h"
+#include "support/ScopedCommaLocale.h"
 
 #include <kparextension/RvARAttribsTrack.h>
 #include <kparextension/RvARBorderTrack.h>

@@ -4,7 +4,7 @@
 #include "timeline/KindSamples.h"
 #include "timeline/LiveTimeline.h"
 
-#include "engine/ScopedCommaLocale.h"
+#include "support/ScopedCommaLocale.h"
 
 #include <norvel/timeline/RvTimeLineAttribute.h>
 

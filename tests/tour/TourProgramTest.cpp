@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include "engine/ScopedCommaLocale.h"
+#include "support/ScopedCommaLocale.h"
 #include "support/TestMedia.h"
 #include "tour/TourEdits.h"
 #include "tour/TourRun.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include "ScopedCommaLocale.h"
+#include "support/ScopedCommaLocale.h"
 
 #include <gtest/gtest.h>
 
