@@ -293,11 +293,25 @@ struct FallibleCall
     int least;
 };
 
-std::string nameOfCall(const testing::TestParamInfo<FallibleCall>& info)
+void PrintTo(const FallibleCall& call, std::ostream* stream)
 {
-    std::string name = info.param.name;
+    *stream << call.name;
+}
+
+std::string nameOfCall(std::string name)
+{
     name.erase(std::remove(name.begin(), name.end(), ':'), name.end());
     return name;
+}
+
+std::string nameOfFallible(const testing::TestParamInfo<FallibleCall>& info)
+{
+    return nameOfCall(info.param.name);
+}
+
+std::string nameOfUncalled(const testing::TestParamInfo<const char*>& info)
+{
+    return nameOfCall(info.param);
 }
 
 class FaultTest : public testing::TestWithParam<FallibleCall>
@@ -455,7 +469,7 @@ INSTANTIATE_TEST_SUITE_P(
         FallibleCall{"RvARBeautyTrack::loadCoeffientParameterConfig", 6},
         FallibleCall{"RvARBeautyTrack::loadBeautyMaskDatas", 6},
         FallibleCall{"RvARLiquifyTrack::loadLiquifyConfig", 2}),
-    nameOfCall);
+    nameOfFallible);
 
 TEST_P(FaultTest, CostsNoMoreThanTheTrackOfTheFailingCall)
 {
@@ -482,7 +496,8 @@ class UncalledTest : public testing::TestWithParam<const char*>
 INSTANTIATE_TEST_SUITE_P(Calls, UncalledTest,
                          testing::Values("RvKpTimeLine::create", "RvKpTimeLine::pushBackGroup",
                                          "RvKpGroup::removeTrack",
-                                         "RvARLiquifyTrack::saveLiquifyConfig"));
+                                         "RvARLiquifyTrack::saveLiquifyConfig"),
+                         nameOfUncalled);
 
 TEST_P(UncalledTest, IsNotCalledByAReconciliation)
 {

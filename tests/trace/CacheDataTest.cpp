@@ -38,6 +38,14 @@ protected:
         timeline->addMixTrack(TimelineSamples::track(norvel::RecordTypeARLiquify, 50).get());
     }
 
+    /// Waits until a capture would write to another folder than those before.
+    static void waitForTheNextMillisecond()
+    {
+        const qint64 now = QDateTime::currentMSecsSinceEpoch();
+        while (QDateTime::currentMSecsSinceEpoch() <= now) {
+        }
+    }
+
     QString root() const { return m_root.path(); }
     std::string current() const { return trace->getCurrentCacheData().liquifyCacheDir; }
 
@@ -96,9 +104,7 @@ TEST_F(CacheDataTest, TellsTheFolderOfTheLastCapturedLiquify)
     EXPECT_GE(time, before);
     EXPECT_LE(time, after);
 
-    // A later millisecond: another folder.
-    while (QDateTime::currentMSecsSinceEpoch() <= after) {
-    }
+    waitForTheNextMillisecond();
     EXPECT_TRUE(trace->recordStatus());
     EXPECT_NE(current(), folder.toStdString());
     EXPECT_TRUE(QDir(folder).exists()) << "the former one stays";
@@ -139,12 +145,10 @@ TEST_F(CacheDataTest, StepsALiquifyThroughItsSavedStrokes)
     trace->setCacheDir(root().toStdString());
     addLiquify();
     trace->initTrace();
-    setAlpha(0.5F);
-    while (QString::fromStdString(current()).section('/', -1).toLongLong() >=
-           QDateTime::currentMSecsSinceEpoch()) {
-    }
     const std::string first = current();
+    waitForTheNextMillisecond();
     trace->recordStatus();
+    EXPECT_NE(current(), first);
     const Calls undone = callsOf([&] { trace->undo(); });
     EXPECT_EQ(std::count(undone.begin(), undone.end(),
                          "RvARLiquifyTrack::loadLiquifyConfig(50, \"" + first + "\")"),
