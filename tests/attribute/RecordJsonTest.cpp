@@ -612,6 +612,7 @@ TEST(RecordJsonTest, EmptyContainersAreWrittenEmpty)
 TEST(RecordJsonTest, MatteNeverWritesDetect)
 {
     RvMatteAttribute matte;
+    matte.uuid = 1; // what a new record gets may end like the detection
     matte.detect = 42;
 
     EXPECT_FALSE(holds(matte, "detect"));
