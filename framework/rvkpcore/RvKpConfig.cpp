@@ -52,6 +52,8 @@ void RvKpConfig::setKpSize(float width, float height)
     m_width = width;
     m_height = height;
     setCurrentCanvasSize({width, height});
+    if (m_sizeChanged)
+        m_sizeChanged();
 }
 
 } // namespace qrvkp

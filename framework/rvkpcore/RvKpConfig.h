@@ -5,6 +5,8 @@
 
 #include <rvkpcore/rvkpcore_export.h>
 
+#include <functional>
+
 namespace qrvkp {
 
 /// The configuration of an application: the size of its canvas. Belongs to its `RvKpApplication`.
@@ -19,12 +21,15 @@ public:
 
     float getKpSizeWidth() const;  ///< canvas px
     float getKpSizeHeight() const; ///< canvas px
-    /// Sets the canvas size in px; new media tracks are centred on it.
+    /// Sets the canvas size in px; new media tracks are centred on it, and the view shows it.
     void setKpSize(float width, float height);
 
 private:
+    friend class RvKpApplication;
+
     float m_width = 1920.0F;
     float m_height = 1080.0F;
+    std::function<void()> m_sizeChanged; ///< told to the application
 };
 
 } // namespace qrvkp

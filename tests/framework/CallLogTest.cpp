@@ -347,6 +347,19 @@ TEST(CallLogTest, RecordsThePlayerAndTheConfiguration)
                        "RvKpPlayer::setTimeLine(null)"}));
 }
 
+TEST(CallLogTest, RecordsThePlacementOfTheCanvas)
+{
+    RvKpApplication application;
+    EXPECT_EQ(
+        recorded([&] {
+            application.enableGesture(false);
+            application.setCanvasScale(2.5F);
+            application.setCanvasPosition(-1.0F, 0.25F);
+        }),
+        (Entries{"RvKpApplication::enableGesture(false)", "RvKpApplication::setCanvasScale(2.5)",
+                 "RvKpApplication::setCanvasPosition(-1, 0.25)"}));
+}
+
 TEST(CallLogTest, DoesNotRecordWhatThePlayerDoesByItself)
 {
     RvKpApplication application;
@@ -627,6 +640,15 @@ void readAll(RvKpApplication& application)
 {
     application.getRvKpConfig()->getKpSizeWidth();
     application.getRvKpConfig()->getKpSizeHeight();
+    application.getGraphicsView();
+    application.getCanvasScale();
+    application.getCanvasPosition();
+    application.getCanvasShowDimension();
+    application.convertViewToCanvas({});
+    application.convertCanvasToView({});
+    application.convertCanvasToTrack(nullptr, {});
+    application.convertTrackToCanvas(nullptr, {});
+    application.convertTrackOriginContentToCanvas(nullptr, {});
     const RvKpPlayer* player = application.getPlayer();
     adopt(player->getTimeLine());
     player->getCurrentPosition();

@@ -7,7 +7,9 @@
 #include <rvkpcore/RvCallLog.h>
 #include <rvkpcore/RvKpApplication.h>
 #include <rvkpcore/RvSpriteTrack.h>
+#include <rvkpcore/private/CanvasView.h>
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QTimer>
 
@@ -23,6 +25,18 @@ void printStates(RvKpPlayer* player)
 {
     QObject::connect(player, &RvKpPlayer::sigStateChanged, player,
                      [](int state) { std::cout << "state " << state << std::endl; });
+}
+
+/// Prints whether there is a view, and where the canvas has its middle.
+void printCanvas(RvKpApplication& application)
+{
+    application.enableGesture(false);
+    application.setCanvasScale(2.0F);
+    application.setCanvasPosition(10.0F, 20.0F);
+    const QSizeF size = application.getCanvasShowDimension();
+    const QPointF middle = application.convertCanvasToView({size.width() / 2, size.height() / 2});
+    std::cout << (application.getGraphicsView() ? "a view, " : "no view, ") << middle.x() << " "
+              << middle.y() << std::endl;
 }
 
 Reference<RvKpTimeLine> shortTimeline()
@@ -44,6 +58,7 @@ int hostWithoutApplication(const std::string& picture)
     if (!sprite || !timeline->addMixTrack(sprite.get()))
         return 1;
     std::cout << "sprite " << sprite->getWidth() << " at " << sprite->getPositionX() << std::endl;
+    printCanvas(application);
     player->setTimeLine(timeline.get());
     player->prepareAsync();
     player->start();
@@ -61,6 +76,7 @@ int hostWithCoreApplication(int argc, char** argv)
 {
     QCoreApplication qtApplication(argc, argv);
     RvKpApplication application;
+    printCanvas(application);
     RvKpPlayer* player = application.getPlayer();
     printStates(player);
     QObject::connect(player, &RvKpPlayer::sigStateChanged, &qtApplication, [](int state) {
@@ -73,6 +89,35 @@ int hostWithCoreApplication(int argc, char** argv)
     const int result = QCoreApplication::exec();
     std::cout << "position " << player->getCurrentPosition() << std::endl;
     return result;
+}
+
+/// A host that shows its canvas 400 x 300, and looks whether a picture of the wanted size is drawn
+/// pixel for pixel.
+int hostWithView(int argc, char** argv)
+{
+    QApplication qtApplication(argc, argv);
+    RvKpApplication application;
+    application.getRvKpConfig()->setKpSize(1600.0F, 800.0F);
+    auto& view = dynamic_cast<CanvasView&>(*application.getGraphicsView());
+    view.resize(400, 300);
+    view.show();
+    const QSize size = view.wantedPictureSize();
+    QImage picture(size, QImage::Format_RGB32);
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x)
+            picture.setPixel(x, y, qRgb(x % 256, y % 256, (x + y) % 2 * 255));
+    }
+    view.setPicture(picture);
+    const QImage seen = view.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const int top = (seen.height() - size.height()) / 2;
+    QImage canvas = seen.copy({QPoint(0, top), size});
+    canvas.setDevicePixelRatio(1.0);
+    const QSizeF shown = application.getCanvasShowDimension();
+    std::cout << "shown " << shown.width() << " x " << shown.height() << std::endl
+              << "wanted " << size.width() << " x " << size.height() << std::endl
+              << "seen " << seen.width() << " x " << seen.height()
+              << (canvas == picture ? " exact" : " blurred") << std::endl;
+    return 0;
 }
 
 /// A host whose calls are printed: before, while and after the log records, too.
@@ -92,7 +137,7 @@ int hostWithCalls()
 } // namespace
 
 /// A host of the framework in a process of its own, for what a test program with its
-/// QGuiApplication cannot show. The first argument tells which one.
+/// QApplication cannot show. The first argument tells which one.
 int main(int argc, char** argv)
 {
     const std::string kind = argc > 1 ? argv[1] : "";
@@ -100,6 +145,8 @@ int main(int argc, char** argv)
         return hostWithoutApplication(argv[2]);
     if (kind == "core")
         return hostWithCoreApplication(argc, argv);
+    if (kind == "view")
+        return hostWithView(argc, argv);
     if (kind == "calls")
         return hostWithCalls();
     return 2;

@@ -43,16 +43,32 @@ Output runHost(const QStringList& arguments, const QString& trace = {})
 TEST(HostTest, NeedsNoQtApplicationForWhatIsNotPlayed)
 {
     const Output output = runHost({"none", QString::fromStdString(SampleMedia::picture())});
-    EXPECT_EQ(output.lines, (QStringList{"sprite 40 at 100", "state 1", "position 40", "state 6"}));
+    EXPECT_EQ(output.lines, (QStringList{"sprite 40 at 100", "no view, 110 30", "state 1",
+                                         "position 40", "state 6"}));
     EXPECT_EQ(output.errors, QStringList());
 }
 
 TEST(HostTest, PlaysWithACoreApplication)
 {
     const Output output = runHost({"core"});
-    EXPECT_EQ(output.lines,
-              (QStringList{"state 1", "state 2", "state 4", "state 7", "position 100"}));
+    EXPECT_EQ(output.lines, (QStringList{"no view, 970 520", "state 1", "state 2", "state 4",
+                                         "state 7", "position 100"}));
     EXPECT_EQ(output.errors, QStringList());
+}
+
+TEST(HostTest, DrawsInDevicePixels)
+{
+    EXPECT_EQ(runHost({"view"}).lines,
+              (QStringList{"shown 400 x 200", "wanted 400 x 200", "seen 400 x 300 exact"}));
+    qputenv("QT_SCALE_FACTOR", "2");
+    const Output scaled = runHost({"view"});
+    qputenv("QT_SCALE_FACTOR", "1.5");
+    const Output scaledByHalves = runHost({"view"});
+    qunsetenv("QT_SCALE_FACTOR");
+    EXPECT_EQ(scaled.lines,
+              (QStringList{"shown 400 x 200", "wanted 800 x 400", "seen 800 x 600 exact"}));
+    EXPECT_EQ(scaledByHalves.lines,
+              (QStringList{"shown 400 x 200", "wanted 600 x 300", "seen 600 x 450 exact"}));
 }
 
 TEST(HostTest, PrintsEveryCallAsItHappensWhenTheEnvironmentAsksForIt)

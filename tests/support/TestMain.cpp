@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QGuiApplication>
+#include <QApplication>
 
 /// The main program of the test programs: GoogleTest within a Qt application, with every test
 /// watched for stray Qt warnings and leaked framework objects.
@@ -13,7 +13,7 @@ int main(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
+    const QApplication application(argc, argv);
     testing::InitGoogleTest(&argc, argv);
     TestEnvironment::install();
     return RUN_ALL_TESTS();
