@@ -31,6 +31,8 @@ struct MediaInfo
     int height = 0;
     /// Length of the whole file in milliseconds, 0 for a picture.
     long long durationMs = 0;
+    /// Pictures a second of a video, 0 when the file does not tell and for everything else.
+    double frameRate = 0.0;
 };
 
 /// Measures media files and remembers what it found.

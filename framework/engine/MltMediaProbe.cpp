@@ -36,12 +36,6 @@ private:
     Mlt::Profile m_profile;
 };
 
-/// MLT takes a backslash before a question mark for an escape of its own and crashes on the file.
-bool isNameForMlt(const std::string& path)
-{
-    return path.find("\\?") == std::string::npos;
-}
-
 std::string streamKey(Mlt::Producer& producer, const char* field)
 {
     const int stream = producer.get_int("video_index");
@@ -90,14 +84,15 @@ std::optional<MediaInfo> videoInfo(Mlt::Producer& producer)
     const int height = producer.get_int(streamKey(producer, "codec.height").c_str());
     if (width <= 0 || height <= 0)
         return std::nullopt;
-    return MediaInfo{width, height, producer.get_length()};
+    const double rate = producer.get_double(streamKey(producer, "stream.frame_rate").c_str());
+    return MediaInfo{width, height, producer.get_length(), std::isfinite(rate) ? rate : 0.0};
 }
 
 std::optional<MediaInfo> soundInfo(Mlt::Producer& producer)
 {
     if (producer.get_int("audio_index") < 0)
         return std::nullopt;
-    return MediaInfo{0, 0, producer.get_length()};
+    return MediaInfo{0, 0, producer.get_length(), 0.0};
 }
 
 } // namespace
@@ -107,10 +102,8 @@ std::optional<MediaInfo> probeStream(const std::filesystem::path& path, MediaKin
     const std::string name = path.u8string();
     if (!startMltRuntime() || !isNameForMlt(name))
         return std::nullopt;
-    // MLT sets up its avformat module and its producer registry without a lock of its own.
-    static std::mutex mutex;
     static MillisecondProfile profile;
-    const std::lock_guard<std::mutex> lock(mutex);
+    const std::lock_guard<std::mutex> lock(mltOpening());
     Mlt::Producer producer(profile.get(), "avformat", name.c_str());
     if (!producer.is_valid() || !hasFiniteLength(producer))
         return std::nullopt;

@@ -32,4 +32,15 @@ bool startMltRuntime()
     return started;
 }
 
+std::mutex& mltOpening()
+{
+    static std::mutex mutex;
+    return mutex;
+}
+
+bool isNameForMlt(const std::string& path)
+{
+    return path.find("\\?") == std::string::npos;
+}
+
 } // namespace rvengine

@@ -9,7 +9,7 @@
 
 namespace qkpar {
 
-using qrvkp::calls::record;
+using qrvkp::calls::change;
 
 RvARBeautyTrack::~RvARBeautyTrack() = default;
 
@@ -42,7 +42,7 @@ RvBeautyType RvARBeautyTrack::getBeautyType() const
 void RvARBeautyTrack::setBeautyType(RvBeautyType type)
 {
     auto& beauty = nativeAs<NativeARBeautyTrack>();
-    record("RvARBeautyTrack::setBeautyType", beauty.id, type);
+    change("RvARBeautyTrack::setBeautyType", beauty, type);
     beauty.beautyType = type;
 }
 
@@ -54,7 +54,7 @@ bool RvARBeautyTrack::getEnableBeautyGenderDistinction() const
 void RvARBeautyTrack::setEnableBeautyGenderDistinction(bool enable)
 {
     auto& beauty = nativeAs<NativeARBeautyTrack>();
-    record("RvARBeautyTrack::setEnableBeautyGenderDistinction", beauty.id, enable);
+    change("RvARBeautyTrack::setEnableBeautyGenderDistinction", beauty, enable);
     beauty.genderDistinction = enable;
 }
 
@@ -66,7 +66,7 @@ bool RvARBeautyTrack::getApplyGenderToAR() const
 void RvARBeautyTrack::setApplyGenderToAR(bool apply)
 {
     auto& beauty = nativeAs<NativeARBeautyTrack>();
-    record("RvARBeautyTrack::setApplyGenderToAR", beauty.id, apply);
+    change("RvARBeautyTrack::setApplyGenderToAR", beauty, apply);
     beauty.applyGenderToAR = apply;
 }
 
@@ -78,7 +78,7 @@ std::string RvARBeautyTrack::getCoeffientParameterConfig() const
 bool RvARBeautyTrack::loadCoeffientParameterConfig(const std::string& configuration)
 {
     auto& beauty = nativeAs<NativeARBeautyTrack>();
-    record("RvARBeautyTrack::loadCoeffientParameterConfig", beauty.id, configuration);
+    change("RvARBeautyTrack::loadCoeffientParameterConfig", beauty, configuration);
     if (qrvkp::shouldFail("RvARBeautyTrack::loadCoeffientParameterConfig"))
         return false;
     beauty.coefficientConfig = configuration;
@@ -98,7 +98,7 @@ void RvARBeautyTrack::setKpARGenderParamCoeffients(
     KpARGender gender, const std::map<KpARKernelParamFlag, float>& coefficients)
 {
     auto& beauty = nativeAs<NativeARBeautyTrack>();
-    record("RvARBeautyTrack::setKpARGenderParamCoeffients", beauty.id, gender, coefficients);
+    change("RvARBeautyTrack::setKpARGenderParamCoeffients", beauty, gender, coefficients);
     for (const auto& [flag, value] : coefficients)
         beauty.genderCoefficients[gender][flag] = value;
 }
@@ -113,7 +113,7 @@ void RvARBeautyTrack::setAllFaceBeautyParam(
     const std::map<std::int64_t, std::map<KpARKernelParamFlag, float>>& params)
 {
     auto& beauty = nativeAs<NativeARBeautyTrack>();
-    record("RvARBeautyTrack::setAllFaceBeautyParam", beauty.id, params);
+    change("RvARBeautyTrack::setAllFaceBeautyParam", beauty, params);
     beauty.faceParams = params;
 }
 
@@ -126,7 +126,7 @@ void RvARBeautyTrack::setAllBeautyAnattaForFaceControls(
     const std::map<KpARKernelParamFlag, bool>& controls)
 {
     auto& beauty = nativeAs<NativeARBeautyTrack>();
-    record("RvARBeautyTrack::setAllBeautyAnattaForFaceControls", beauty.id, controls);
+    change("RvARBeautyTrack::setAllBeautyAnattaForFaceControls", beauty, controls);
     beauty.faceControls = controls;
 }
 
@@ -138,7 +138,7 @@ bool RvARBeautyTrack::getManualLongLegEnable() const
 void RvARBeautyTrack::setManualLongLegEnable(bool enable)
 {
     auto& beauty = nativeAs<NativeARBeautyTrack>();
-    record("RvARBeautyTrack::setManualLongLegEnable", beauty.id, enable);
+    change("RvARBeautyTrack::setManualLongLegEnable", beauty, enable);
     beauty.longLegEnabled = enable;
 }
 
@@ -150,7 +150,7 @@ std::pair<float, float> RvARBeautyTrack::getManualLongLegRange() const
 void RvARBeautyTrack::setManualLongLegRange(const std::pair<float, float>& range)
 {
     auto& beauty = nativeAs<NativeARBeautyTrack>();
-    record("RvARBeautyTrack::setManualLongLegRange", beauty.id, range.first, range.second);
+    change("RvARBeautyTrack::setManualLongLegRange", beauty, range.first, range.second);
     beauty.longLegRange = range;
 }
 
@@ -162,7 +162,7 @@ std::tuple<float, float, float> RvARBeautyTrack::getManualSlimHeadParam() const
 void RvARBeautyTrack::setManualSlimHeadParam(const std::tuple<float, float, float>& param)
 {
     auto& beauty = nativeAs<NativeARBeautyTrack>();
-    record("RvARBeautyTrack::setManualSlimHeadParam", beauty.id, std::get<0>(param),
+    change("RvARBeautyTrack::setManualSlimHeadParam", beauty, std::get<0>(param),
            std::get<1>(param), std::get<2>(param));
     beauty.slimHead = param;
 }
@@ -175,7 +175,7 @@ std::vector<QPointF> RvARBeautyTrack::getMapPointsData() const
 void RvARBeautyTrack::setMapPointsData(const std::vector<QPointF>& points)
 {
     auto& beauty = nativeAs<NativeARBeautyTrack>();
-    record("RvARBeautyTrack::setMapPointsData", beauty.id, points);
+    change("RvARBeautyTrack::setMapPointsData", beauty, points);
     beauty.mapPoints = points;
 }
 
@@ -187,7 +187,7 @@ std::int64_t RvARBeautyTrack::getBeautyMaskFaceId() const
 void RvARBeautyTrack::setBeautyMaskFaceId(std::int64_t faceId)
 {
     auto& beauty = nativeAs<NativeARBeautyTrack>();
-    record("RvARBeautyTrack::setBeautyMaskFaceId", beauty.id, faceId);
+    change("RvARBeautyTrack::setBeautyMaskFaceId", beauty, faceId);
     beauty.maskFaceId = faceId;
 }
 
@@ -199,7 +199,7 @@ std::string RvARBeautyTrack::getBeautyMaskBrushType() const
 void RvARBeautyTrack::setBeautyMaskBrushType(const std::string& brushType)
 {
     auto& beauty = nativeAs<NativeARBeautyTrack>();
-    record("RvARBeautyTrack::setBeautyMaskBrushType", beauty.id, brushType);
+    change("RvARBeautyTrack::setBeautyMaskBrushType", beauty, brushType);
     beauty.maskBrushType = brushType;
 }
 
@@ -211,7 +211,7 @@ QImage RvARBeautyTrack::getBeautyActiveMaskImage() const
 void RvARBeautyTrack::setBeautyActiveMaskImage(const QImage& mask)
 {
     auto& beauty = nativeAs<NativeARBeautyTrack>();
-    record("RvARBeautyTrack::setBeautyActiveMaskImage", beauty.id, mask);
+    change("RvARBeautyTrack::setBeautyActiveMaskImage", beauty, mask);
     beauty.mask = mask;
 }
 
@@ -219,7 +219,7 @@ bool RvARBeautyTrack::loadBeautyMaskDatas(std::int64_t faceId, const QImage* /*d
                                           const std::string& brushType, const QImage& mask)
 {
     auto& beauty = nativeAs<NativeARBeautyTrack>();
-    record("RvARBeautyTrack::loadBeautyMaskDatas", beauty.id, faceId, brushType, mask);
+    change("RvARBeautyTrack::loadBeautyMaskDatas", beauty, faceId, brushType, mask);
     if (qrvkp::shouldFail("RvARBeautyTrack::loadBeautyMaskDatas"))
         return false;
     beauty.maskFaceId = faceId;

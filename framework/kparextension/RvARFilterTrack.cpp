@@ -8,7 +8,7 @@
 
 namespace qkpar {
 
-using qrvkp::calls::record;
+using qrvkp::calls::change;
 
 RvARFilterTrack::~RvARFilterTrack() = default;
 
@@ -41,7 +41,7 @@ float RvARFilterTrack::getFilterAlpha() const
 void RvARFilterTrack::setFilterAlpha(float alpha)
 {
     auto& filter = nativeAs<NativeARFilterTrack>();
-    record("RvARFilterTrack::setFilterAlpha", filter.id, alpha);
+    change("RvARFilterTrack::setFilterAlpha", filter, alpha);
     filter.filterAlpha = alpha;
 }
 
@@ -53,7 +53,7 @@ std::map<KpARKernelParamFlag, float> RvARFilterTrack::getFloatParams() const
 void RvARFilterTrack::setFloatParam(KpARKernelParamFlag flag, float value)
 {
     auto& filter = nativeAs<NativeARFilterTrack>();
-    record("RvARFilterTrack::setFloatParam", filter.id, flag, value);
+    change("RvARFilterTrack::setFloatParam", filter, flag, value);
     filter.floatParams[flag] = value;
 }
 
@@ -67,7 +67,7 @@ void RvARFilterTrack::setFloatParamByFaceId(KpARKernelParamFlag flag, float valu
                                             std::int64_t faceId)
 {
     auto& filter = nativeAs<NativeARFilterTrack>();
-    record("RvARFilterTrack::setFloatParamByFaceId", filter.id, flag, value, faceId);
+    change("RvARFilterTrack::setFloatParamByFaceId", filter, flag, value, faceId);
     filter.faceFloatParams[faceId][flag] = value;
 }
 
@@ -79,7 +79,7 @@ std::map<std::int64_t, std::string> RvARFilterTrack::getAllArFacePlists() const
 bool RvARFilterTrack::addARFacePlist(const std::string& path, std::int64_t faceId)
 {
     auto& filter = nativeAs<NativeARFilterTrack>();
-    record("RvARFilterTrack::addARFacePlist", filter.id, path, faceId);
+    change("RvARFilterTrack::addARFacePlist", filter, path, faceId);
     if (qrvkp::shouldFail("RvARFilterTrack::addARFacePlist"))
         return false;
     filter.facePlists[faceId] = path;

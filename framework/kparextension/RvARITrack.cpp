@@ -8,7 +8,7 @@
 
 namespace qkpar {
 
-using qrvkp::calls::record;
+using qrvkp::calls::change;
 
 RvARITrack::~RvARITrack() = default;
 
@@ -20,7 +20,7 @@ std::map<std::string, std::string> RvARITrack::getScriptParams() const
 void RvARITrack::setScriptParam(const std::string& key, const std::string& value)
 {
     auto& track = nativeAs<NativeARTrack>();
-    record("RvARITrack::setScriptParam", track.id, key, value);
+    change("RvARITrack::setScriptParam", track, key, value);
     track.scriptParams[key] = value;
 }
 
@@ -32,7 +32,7 @@ std::string RvARITrack::getGlobalParamConfiguration() const
 void RvARITrack::setGlobalParamConfiguration(const std::string& configuration)
 {
     auto& track = nativeAs<NativeARTrack>();
-    record("RvARITrack::setGlobalParamConfiguration", track.id, configuration);
+    change("RvARITrack::setGlobalParamConfiguration", track, configuration);
     track.globalParamConfiguration = configuration;
 }
 

@@ -10,6 +10,7 @@
 
 namespace qkpar {
 
+using qrvkp::calls::change;
 using qrvkp::calls::record;
 
 RvARLiquifyTrack::~RvARLiquifyTrack() = default;
@@ -43,7 +44,7 @@ RvARLiquifyOperation RvARLiquifyTrack::getAppendOperation() const
 void RvARLiquifyTrack::appendToLiquifyOperation(const RvARLiquifyOperation& operation)
 {
     auto& liquify = nativeAs<NativeARLiquifyTrack>();
-    record("RvARLiquifyTrack::appendToLiquifyOperation", liquify.id, operation);
+    change("RvARLiquifyTrack::appendToLiquifyOperation", liquify, operation);
     liquify.confirm();
     liquify.last = operation;
     liquify.pending = true;
@@ -52,7 +53,7 @@ void RvARLiquifyTrack::appendToLiquifyOperation(const RvARLiquifyOperation& oper
 void RvARLiquifyTrack::confirmCurrentLiquify()
 {
     auto& liquify = nativeAs<NativeARLiquifyTrack>();
-    record("RvARLiquifyTrack::confirmCurrentLiquify", liquify.id);
+    change("RvARLiquifyTrack::confirmCurrentLiquify", liquify);
     liquify.confirm();
 }
 
@@ -73,7 +74,7 @@ bool RvARLiquifyTrack::saveLiquifyConfig(const std::string& folder) const
 bool RvARLiquifyTrack::loadLiquifyConfig(const std::string& folder)
 {
     auto& liquify = nativeAs<NativeARLiquifyTrack>();
-    record("RvARLiquifyTrack::loadLiquifyConfig", liquify.id, folder);
+    change("RvARLiquifyTrack::loadLiquifyConfig", liquify, folder);
     if (qrvkp::shouldFail("RvARLiquifyTrack::loadLiquifyConfig"))
         return false;
     auto strokes = loadStrokes(folder);

@@ -9,7 +9,7 @@
 
 namespace qkpar {
 
-using qrvkp::calls::record;
+using qrvkp::calls::change;
 
 RvARMakeupTrack::~RvARMakeupTrack() = default;
 
@@ -42,7 +42,7 @@ float RvARMakeupTrack::getSuitAlpha() const
 void RvARMakeupTrack::setSuitAlpha(float alpha)
 {
     auto& makeup = nativeAs<NativeARMakeupTrack>();
-    record("RvARMakeupTrack::setSuitAlpha", makeup.id, alpha);
+    change("RvARMakeupTrack::setSuitAlpha", makeup, alpha);
     makeup.suitAlpha = alpha;
 }
 
@@ -54,7 +54,7 @@ std::vector<std::string> RvARMakeupTrack::getAllARGroupOrder() const
 void RvARMakeupTrack::setAllARGroupOrder(const std::vector<std::string>& order)
 {
     auto& makeup = nativeAs<NativeARMakeupTrack>();
-    record("RvARMakeupTrack::setAllARGroupOrder", makeup.id, order);
+    change("RvARMakeupTrack::setAllARGroupOrder", makeup, order);
     makeup.groupOrder = order;
 }
 
@@ -66,7 +66,7 @@ std::vector<RvARMakeupARGroupData> RvARMakeupTrack::getARGroupDatas() const
 void RvARMakeupTrack::setARGroupDatas(const std::vector<RvARMakeupARGroupData>& groups)
 {
     auto& makeup = nativeAs<NativeARMakeupTrack>();
-    record("RvARMakeupTrack::setARGroupDatas", makeup.id, groups);
+    change("RvARMakeupTrack::setARGroupDatas", makeup, groups);
     makeup.groups = groups;
 }
 
@@ -78,7 +78,7 @@ std::vector<RvARFaceGroupData> RvARMakeupTrack::getARFaceGroupDatas() const
 void RvARMakeupTrack::setARFaceGroupDatas(const std::vector<RvARFaceGroupData>& faceGroups)
 {
     auto& makeup = nativeAs<NativeARMakeupTrack>();
-    record("RvARMakeupTrack::setARFaceGroupDatas", makeup.id, faceGroups);
+    change("RvARMakeupTrack::setARFaceGroupDatas", makeup, faceGroups);
     makeup.faceGroups = faceGroups;
 }
 

@@ -39,7 +39,7 @@ long long RvAudioTrack::getFileStartTime() const
 void RvAudioTrack::setFileStartTime(long long fileStartTime)
 {
     auto& audio = nativeAs<NativeAudioTrack>();
-    calls::record("RvAudioTrack::setFileStartTime", audio.id, fileStartTime);
+    calls::change("RvAudioTrack::setFileStartTime", audio, fileStartTime);
     audio.fileStartTime = fileStartTime;
 }
 

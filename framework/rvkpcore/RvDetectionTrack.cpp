@@ -40,7 +40,7 @@ int RvDetectionTrack::getDetectionMode() const
 void RvDetectionTrack::setDetectionMode(int mode)
 {
     auto& detection = nativeAs<NativeDetectionTrack>();
-    calls::record("RvDetectionTrack::setDetectionMode", detection.id, mode);
+    calls::change("RvDetectionTrack::setDetectionMode", detection, mode);
     detection.mode = mode;
 }
 
@@ -52,7 +52,7 @@ std::string RvDetectionTrack::getModelPath() const
 void RvDetectionTrack::setModelPath(const std::string& modelPath)
 {
     auto& detection = nativeAs<NativeDetectionTrack>();
-    calls::record("RvDetectionTrack::setModelPath", detection.id, modelPath);
+    calls::change("RvDetectionTrack::setModelPath", detection, modelPath);
     detection.modelPath = modelPath;
 }
 
@@ -65,14 +65,14 @@ bool RvDetectionTrack::bind(RvITrack* track, int bindType)
 void RvDetectionTrack::bindDynamic()
 {
     auto& detection = nativeAs<NativeDetectionTrack>();
-    calls::record("RvDetectionTrack::bindDynamic", detection.id);
+    calls::change("RvDetectionTrack::bindDynamic", detection);
     detection.binding.bindDynamic();
 }
 
 void RvDetectionTrack::unbind()
 {
     auto& detection = nativeAs<NativeDetectionTrack>();
-    calls::record("RvDetectionTrack::unbind", detection.id);
+    calls::change("RvDetectionTrack::unbind", detection);
     detection.binding.unbind();
 }
 

@@ -20,14 +20,14 @@ bool RvIEffectTrack::bind(RvITrack* track, int bindType)
 void RvIEffectTrack::bindDynamic()
 {
     auto& effect = nativeAs<NativeEffectTrack>();
-    calls::record("RvIEffectTrack::bindDynamic", effect.id);
+    calls::change("RvIEffectTrack::bindDynamic", effect);
     effect.binding.bindDynamic();
 }
 
 void RvIEffectTrack::unbind()
 {
     auto& effect = nativeAs<NativeEffectTrack>();
-    calls::record("RvIEffectTrack::unbind", effect.id);
+    calls::change("RvIEffectTrack::unbind", effect);
     effect.binding.unbind();
     effect.detection.unbind();
 }
@@ -37,10 +37,10 @@ bool RvIEffectTrack::bindDetect(RvDetectionTrack* detection)
     auto& effect = nativeAs<NativeEffectTrack>();
     const bool fails = shouldFail("RvIEffectTrack::bindDetect");
     if (!detection) {
-        calls::record("RvIEffectTrack::bindDetect", effect.id, calls::Verbatim{"null"});
+        calls::change("RvIEffectTrack::bindDetect", effect, calls::Verbatim{"null"});
         return false;
     }
-    calls::record("RvIEffectTrack::bindDetect", effect.id, detection->getTrackID());
+    calls::change("RvIEffectTrack::bindDetect", effect, detection->getTrackID());
     if (!fails)
         effect.detection.bind(NativeTrack::fromContext(detection->getContext()), 0);
     return !fails;

@@ -10,20 +10,10 @@ namespace qrvkp {
 
 RvIMediaTrack::~RvIMediaTrack() = default;
 
-float RvIMediaTrack::getWidth() const
-{
-    return nativeAs<NativeMediaTrack>().width;
-}
-
-float RvIMediaTrack::getHeight() const
-{
-    return nativeAs<NativeMediaTrack>().height;
-}
-
 void RvIMediaTrack::setWidthAndHeight(float width, float height)
 {
     auto& media = nativeAs<NativeMediaTrack>();
-    calls::record("RvIMediaTrack::setWidthAndHeight", media.id, width, height);
+    calls::change("RvIMediaTrack::setWidthAndHeight", media, width, height);
     media.width = width;
     media.height = height;
 }
@@ -41,7 +31,7 @@ float RvIMediaTrack::getPositionY() const
 void RvIMediaTrack::setPosition(float x, float y)
 {
     auto& media = nativeAs<NativeMediaTrack>();
-    calls::record("RvIMediaTrack::setPosition", media.id, x, y);
+    calls::change("RvIMediaTrack::setPosition", media, x, y);
     media.positionX = x;
     media.positionY = y;
 }
@@ -49,7 +39,7 @@ void RvIMediaTrack::setPosition(float x, float y)
 void RvIMediaTrack::setCenter(float x, float y)
 {
     auto& media = nativeAs<NativeMediaTrack>();
-    calls::record("RvIMediaTrack::setCenter", media.id, x, y);
+    calls::change("RvIMediaTrack::setCenter", media, x, y);
     media.positionX = x;
     media.positionY = y;
 }
@@ -62,7 +52,7 @@ float RvIMediaTrack::getScale() const
 void RvIMediaTrack::setScale(float scale)
 {
     auto& media = nativeAs<NativeMediaTrack>();
-    calls::record("RvIMediaTrack::setScale", media.id, scale);
+    calls::change("RvIMediaTrack::setScale", media, scale);
     media.scale = scale;
 }
 
@@ -74,7 +64,7 @@ float RvIMediaTrack::getRotation() const
 void RvIMediaTrack::setRotation(float rotation)
 {
     auto& media = nativeAs<NativeMediaTrack>();
-    calls::record("RvIMediaTrack::setRotation", media.id, rotation);
+    calls::change("RvIMediaTrack::setRotation", media, rotation);
     media.rotation = rotation;
 }
 

@@ -15,8 +15,7 @@ namespace qrvkp {
 class RVKPCORE_EXPORT RvIMediaTrack : public RvITrack
 {
 public:
-    float getWidth() const;  ///< px of the content
-    float getHeight() const; ///< px of the content
+    /// px of the content.
     void setWidthAndHeight(float width, float height);
 
     float getPositionX() const; ///< canvas px of the centre

@@ -8,8 +8,7 @@
 #include <rvkpcore/private/NativeTrack.h>
 #include <rvkpcore/private/TrackCreation.h>
 
-#include <cmath>
-#include <limits>
+#include <iterator>
 #include <utility>
 
 namespace qrvkp {
@@ -59,7 +58,7 @@ std::uint64_t RvITrack::getTrackID() const
 
 void RvITrack::setTrackID(std::uint64_t id)
 {
-    calls::record("RvITrack::setTrackID", m_native->id, id);
+    calls::change("RvITrack::setTrackID", *m_native, id);
     reserveObjectId(id);
     m_native->id = id;
 }
@@ -76,8 +75,18 @@ std::string RvITrack::getTag() const
 
 void RvITrack::setTag(const std::string& tag)
 {
-    calls::record("RvITrack::setTag", m_native->id, tag);
+    calls::change("RvITrack::setTag", *m_native, tag);
     m_native->tag = tag;
+}
+
+float RvITrack::getWidth() const
+{
+    return m_native->isMedia() ? nativeAs<NativeMediaTrack>().width : 0.0F;
+}
+
+float RvITrack::getHeight() const
+{
+    return m_native->isMedia() ? nativeAs<NativeMediaTrack>().height : 0.0F;
 }
 
 long long RvITrack::getStartPos() const
@@ -87,23 +96,13 @@ long long RvITrack::getStartPos() const
 
 void RvITrack::setStartPos(long long startPos)
 {
-    calls::record("RvITrack::setStartPos", m_native->id, startPos);
+    calls::change("RvITrack::setStartPos", *m_native, startPos);
     m_native->startPos = startPos;
 }
 
 long long RvITrack::getDuration() const
 {
-    const float speed = m_native->speed;
-    if (speed == 1.0F || !std::isfinite(speed) || speed <= 0.0F)
-        return m_native->duration;
-    const double scaled = static_cast<double>(m_native->duration) / static_cast<double>(speed);
-    // Beyond 2^63 a conversion would be undefined: a duration divided by nearly nothing.
-    constexpr double limit = 9.2233720368547748e18;
-    if (scaled >= limit)
-        return std::numeric_limits<long long>::max();
-    if (scaled <= -limit)
-        return std::numeric_limits<long long>::min();
-    return std::llround(scaled);
+    return m_native->durationOnTimeline();
 }
 
 long long RvITrack::getOriginDuration() const
@@ -113,7 +112,7 @@ long long RvITrack::getOriginDuration() const
 
 void RvITrack::setDuration(long long duration)
 {
-    calls::record("RvITrack::setDuration", m_native->id, duration);
+    calls::change("RvITrack::setDuration", *m_native, duration);
     m_native->duration = duration;
 }
 
@@ -124,7 +123,7 @@ int RvITrack::getOriginZOrder() const
 
 void RvITrack::setZOrder(int zOrder)
 {
-    calls::record("RvITrack::setZOrder", m_native->id, zOrder);
+    calls::change("RvITrack::setZOrder", *m_native, zOrder);
     m_native->zOrder = zOrder;
 }
 
@@ -135,7 +134,7 @@ float RvITrack::getAlpha() const
 
 void RvITrack::setAlpha(float alpha)
 {
-    calls::record("RvITrack::setAlpha", m_native->id, alpha);
+    calls::change("RvITrack::setAlpha", *m_native, alpha);
     m_native->alpha = alpha;
 }
 
@@ -146,8 +145,36 @@ float RvITrack::getSpeed() const
 
 void RvITrack::setSpeed(float speed)
 {
-    calls::record("RvITrack::setSpeed", m_native->id, speed);
+    calls::change("RvITrack::setSpeed", *m_native, speed);
     m_native->speed = speed;
+}
+
+void RvITrack::setVolumeAtTime(float volume, long long time)
+{
+    calls::change("RvITrack::setVolumeAtTime", *m_native, volume, time);
+    m_native->volumes[time] = volume;
+}
+
+float RvITrack::getVolumeAtTime(long long time) const
+{
+    const auto& volumes = m_native->volumes;
+    if (volumes.empty())
+        return 1.0F;
+    const auto next = volumes.lower_bound(time);
+    if (next == volumes.end())
+        return volumes.rbegin()->second;
+    if (next == volumes.begin() || next->first == time)
+        return next->second;
+    const auto& [before, from] = *std::prev(next);
+    const double share = (static_cast<double>(time) - static_cast<double>(before)) /
+                         (static_cast<double>(next->first) - static_cast<double>(before));
+    return from + (next->second - from) * static_cast<float>(share);
+}
+
+void RvITrack::clearVolumes()
+{
+    calls::change("RvITrack::clearVolumes", *m_native);
+    m_native->volumes.clear();
 }
 
 } // namespace qrvkp

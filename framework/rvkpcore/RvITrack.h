@@ -44,6 +44,10 @@ public:
     std::string getTag() const;
     void setTag(const std::string& tag);
 
+    /// The size of the content in px; 0 for a track that shows no picture.
+    float getWidth() const;
+    float getHeight() const;
+
     /// Start on the timeline, for a track of a group its start within the group.
     long long getStartPos() const;
     void setStartPos(long long startPos);
@@ -67,6 +71,15 @@ public:
     /// Playback speed: 2 plays twice as fast and half as long.
     float getSpeed() const;
     void setSpeed(float speed);
+
+    /// Sets the volume at `time`, ms from the start of the track: 0 silent, 1 as recorded. Between
+    /// two such times the volume goes evenly from one to the other; before the first and after the
+    /// last it stays.
+    void setVolumeAtTime(float volume, long long time);
+    /// The volume at `time`, ms from the start of the track; 1 where nothing was set.
+    float getVolumeAtTime(long long time) const;
+    /// Forgets all volumes that were set: 1 throughout.
+    void clearVolumes();
 
 protected:
     explicit RvITrack(std::shared_ptr<NativeTrack> native);

@@ -75,8 +75,20 @@ QGraphicsView* RvKpApplication::getGraphicsView()
     if (!m_canvas->view && qobject_cast<QApplication*>(QCoreApplication::instance())) {
         m_canvas->view = new CanvasView(m_canvas->placement);
         m_canvas->view->setGesturesEnabled(m_canvas->gesturesEnabled);
+        showPictures(*m_canvas->view);
     }
     return m_canvas->view;
+}
+
+void RvKpApplication::showPictures(CanvasView& view)
+{
+    QObject::connect(&m_player, &RvKpPlayer::sigPictureRendered, &view, &CanvasView::setPicture);
+    const auto setSize = [this, &view] { m_player.setPictureSize(view.wantedPictureSize()); };
+    QObject::connect(&view, &CanvasView::wantedPictureSizeChanged, &m_player, setSize);
+    // Nobody sees what is made without a view.
+    QObject::connect(&view, &QObject::destroyed, &m_player,
+                     [this] { m_player.setPictureSize(QSize()); });
+    setSize();
 }
 
 void RvKpApplication::enableGesture(bool enable)

@@ -16,6 +16,7 @@ class QGraphicsView;
 
 namespace qrvkp {
 
+class CanvasView;
 class RvITrack;
 
 /// The framework in a host's process: a host makes one after its `QApplication`. A
@@ -85,6 +86,8 @@ public:
 
 private:
     struct Canvas;
+
+    void showPictures(CanvasView& view);
 
     RvKpConfig m_config;
     RvKpPlayer m_player;

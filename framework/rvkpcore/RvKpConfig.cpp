@@ -5,6 +5,7 @@
 
 #include <rvkpcore/private/CallRecorder.h>
 #include <rvkpcore/private/CurrentCanvas.h>
+#include <rvkpcore/private/SceneChanges.h>
 
 #include <atomic>
 
@@ -52,6 +53,7 @@ void RvKpConfig::setKpSize(float width, float height)
     m_width = width;
     m_height = height;
     setCurrentCanvasSize({width, height});
+    sceneChanged();
     if (m_sizeChanged)
         m_sizeChanged();
 }

@@ -49,14 +49,14 @@ long long RvKpGroup::getDuration() const
 
 void RvKpGroup::setDuration(long long duration)
 {
-    calls::record("RvKpGroup::setDuration", m_native->id, duration);
+    calls::change("RvKpGroup::setDuration", *m_native, duration);
     m_native->duration = duration;
 }
 
 bool RvKpGroup::addTrack(RvITrack* track)
 {
     NativeTrack* native = NativeTrack::of(track);
-    calls::record("RvKpGroup::addTrack", m_native->id, calls::IdOf{native});
+    calls::change("RvKpGroup::addTrack", *m_native, calls::IdOf{native});
     if (shouldFail("RvKpGroup::addTrack") || !native || native->isPlaced())
         return false;
     native->listed = native->wrap();
@@ -67,7 +67,7 @@ bool RvKpGroup::addTrack(RvITrack* track)
 bool RvKpGroup::removeTrack(RvITrack* track)
 {
     NativeTrack* native = NativeTrack::of(track);
-    calls::record("RvKpGroup::removeTrack", m_native->id, calls::IdOf{native});
+    calls::change("RvKpGroup::removeTrack", *m_native, calls::IdOf{native});
     if (shouldFail("RvKpGroup::removeTrack") || !native || !native->isPlaced())
         return false;
     auto& tracks = m_native->tracks;

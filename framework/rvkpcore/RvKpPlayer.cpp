@@ -3,19 +3,19 @@
 
 #include <rvkpcore/RvKpPlayer.h>
 
+#include <engine/Exporter.h>
+#include <engine/Playback.h>
 #include <rvkpcore/private/CallRecorder.h>
-
-#include <QElapsedTimer>
-#include <QTimer>
+#include <rvkpcore/private/SceneCapture.h>
+#include <rvkpcore/private/SceneChanges.h>
 
 #include <algorithm>
+#include <atomic>
 #include <mutex>
 
 namespace qrvkp {
 
 namespace {
-
-constexpr int tickInterval = 40;
 
 QString stateText(RvKpPlayerState state)
 {
@@ -40,42 +40,57 @@ QString stateText(RvKpPlayerState state)
 
 } // namespace
 
-/// The wall clock that playback follows, and what it plays.
-struct RvKpPlayer::Clock
+/// What is played, and what plays it.
+struct RvKpPlayer::Session
 {
+    explicit Session(RvKpPlayer& player)
+        : watch([this, &player] {
+            outdated = true;
+            player.publishLater();
+        })
+        , playback([&player] {
+            QMetaObject::invokeMethod(
+                &player, [&player] { player.takeNews(); }, Qt::QueuedConnection);
+        })
+    {
+    }
+
     mutable std::mutex timelineMutex;
     RvKpTimeLine* timeline = nullptr;
-    std::recursive_mutex renderMutex;
-    int lockDepth = 0; ///< how often `lockPlayer` holds the render mutex, which guards it
 
     RvKpPlayerState state = RvKpPlayerIdle;
     bool startWhenPrepared = false;
-    bool sought = false;    ///< there was a seek since the last tick
-    long long position = 0; ///< where the clock was when it was last started or set
-    QElapsedTimer sinceStart;
-    QTimer ticks;
+    bool sought = false; ///< there was a seek since the last news
+    /// Something has to wait until the player is unlocked.
+    std::atomic<bool> heldUp{false};
+    /// The timeline is not any more what is played.
+    std::atomic<bool> outdated{false};
+
+    SceneWatch watch;
+    rvengine::Playback playback;
+    std::unique_ptr<rvengine::Exporter> exporter;
 };
 
 RvKpPlayer::RvKpPlayer(QObject* parent)
     : QObject(parent)
-    , m_clock(std::make_unique<Clock>())
+    , m_session(std::make_unique<Session>(*this))
 {
-    m_clock->ticks.setInterval(tickInterval);
-    connect(&m_clock->ticks, &QTimer::timeout, this, &RvKpPlayer::tick);
 }
 
 RvKpPlayer::~RvKpPlayer()
 {
-    if (m_clock->timeline)
-        m_clock->timeline->release();
+    m_session->watch.disarm();
+    m_session->exporter.reset();
+    if (m_session->timeline)
+        m_session->timeline->release();
 }
 
 RvKpTimeLine* RvKpPlayer::getTimeLine() const
 {
-    const std::lock_guard lock(m_clock->timelineMutex);
-    if (m_clock->timeline)
-        m_clock->timeline->retain();
-    return m_clock->timeline;
+    const std::lock_guard lock(m_session->timelineMutex);
+    if (m_session->timeline)
+        m_session->timeline->retain();
+    return m_session->timeline;
 }
 
 void RvKpPlayer::setTimeLine(RvKpTimeLine* timeline)
@@ -86,30 +101,35 @@ void RvKpPlayer::setTimeLine(RvKpTimeLine* timeline)
         timeline->retain();
     RvKpTimeLine* previous = timeline;
     {
-        const std::lock_guard lock(m_clock->timelineMutex);
-        std::swap(previous, m_clock->timeline);
+        const std::lock_guard lock(m_session->timelineMutex);
+        std::swap(previous, m_session->timeline);
     }
     if (previous)
         previous->release();
     setState(RvKpPlayerIdle);
+    m_session->watch.disarm();
+    m_session->outdated = false;
+    m_session->playback.setScene(nullptr);
+    emit sigPictureRendered(QImage());
 }
 
 void RvKpPlayer::prepareAsync()
 {
     calls::record("RvKpPlayer::prepareAsync");
-    if (!m_clock->timeline || m_clock->state == RvKpPlayerPreparing)
+    if (!m_session->timeline || m_session->state == RvKpPlayerPreparing)
         return;
-    m_clock->position = m_clock->state == RvKpPlayerCompleted ? 0 : getCurrentPosition();
-    m_clock->ticks.stop();
-    m_clock->startWhenPrepared = false;
+    moveTo(m_session->state == RvKpPlayerCompleted ? 0 : getCurrentPosition());
+    m_session->playback.pause();
+    m_session->startWhenPrepared = false;
     setState(RvKpPlayerPreparing);
     QMetaObject::invokeMethod(
         this,
         [this] {
-            if (m_clock->state != RvKpPlayerPreparing)
+            if (m_session->state != RvKpPlayerPreparing)
                 return;
+            publish();
             setState(RvKpPlayerPrepared);
-            if (m_clock->startWhenPrepared)
+            if (m_session->startWhenPrepared)
                 play();
         },
         Qt::QueuedConnection);
@@ -123,12 +143,12 @@ void RvKpPlayer::start()
 
 void RvKpPlayer::play()
 {
-    switch (m_clock->state) {
+    switch (m_session->state) {
     case RvKpPlayerPreparing:
-        m_clock->startWhenPrepared = true;
+        m_session->startWhenPrepared = true;
         return;
     case RvKpPlayerCompleted:
-        m_clock->position = 0;
+        moveTo(0);
         break;
     case RvKpPlayerPrepared:
     case RvKpPlayerPaused:
@@ -136,8 +156,7 @@ void RvKpPlayer::play()
     default:
         return;
     }
-    m_clock->sinceStart.start();
-    m_clock->ticks.start();
+    m_session->playback.play();
     setState(RvKpPlayerPlaying);
 }
 
@@ -146,8 +165,9 @@ void RvKpPlayer::pause()
     calls::record("RvKpPlayer::pause");
     if (!isPlaying())
         return;
-    m_clock->position = getCurrentPosition();
-    m_clock->ticks.stop();
+    const long long position = getCurrentPosition();
+    m_session->playback.pause();
+    moveTo(position); // what is seen is then what the position says
     setState(RvKpPlayerPaused);
 }
 
@@ -159,31 +179,30 @@ void RvKpPlayer::stop()
 
 void RvKpPlayer::halt()
 {
+    m_session->playback.pause();
     // There may have been a seek while nothing was played.
-    m_clock->position = 0;
-    if (m_clock->state == RvKpPlayerIdle || m_clock->state == RvKpPlayerStopped)
-        return;
-    m_clock->ticks.stop();
-    setState(RvKpPlayerStopped);
+    moveTo(0);
+    if (m_session->state != RvKpPlayerIdle)
+        setState(RvKpPlayerStopped);
+}
+
+void RvKpPlayer::moveTo(long long position)
+{
+    m_session->playback.seek(position);
 }
 
 void RvKpPlayer::seekTo(long long position, bool exact)
 {
     calls::record("RvKpPlayer::seekTo", position, exact);
-    m_clock->sought = true;
-    m_clock->position = std::clamp(position, 0LL, getDuration());
-    m_clock->sinceStart.start();
-    emit sigRenderTimeChanged(m_clock->position);
+    m_session->sought = true;
+    moveTo(std::clamp(position, 0LL, getDuration()));
+    emit sigRenderTimeChanged(getCurrentPosition());
 }
 
 long long RvKpPlayer::getCurrentPosition() const
 {
-    if (!isPlaying())
-        return m_clock->position;
-    // The sum of both may be more than a duration can hold.
-    const long long duration = getDuration();
-    const long long elapsed = m_clock->sinceStart.elapsed();
-    return elapsed < duration - m_clock->position ? m_clock->position + elapsed : duration;
+    const long long position = m_session->playback.position();
+    return isPlaying() ? std::min(position, getDuration()) : position;
 }
 
 long long RvKpPlayer::getDuration() const
@@ -198,62 +217,182 @@ long long RvKpPlayer::getDuration() const
 
 int RvKpPlayer::getState() const
 {
-    return m_clock->state;
+    return m_session->state;
 }
 
 bool RvKpPlayer::isPlaying() const
 {
-    return m_clock->state == RvKpPlayerPlaying;
+    return m_session->state == RvKpPlayerPlaying;
 }
 
 bool RvKpPlayer::isPaused() const
 {
-    return m_clock->state == RvKpPlayerPaused;
+    return m_session->state == RvKpPlayerPaused;
+}
+
+void RvKpPlayer::setPictureSize(const QSize& size)
+{
+    m_session->playback.setPictureSize(size);
+}
+
+bool RvKpPlayer::startSave(const std::string& path, const RvKpSaveSettings& settings)
+{
+    calls::record("RvKpPlayer::startSave", path);
+    RvKpTimeLine* timeline = getTimeLine();
+    if (!timeline)
+        return false;
+    m_session->playback.gate().close();
+    const auto scene = captureScene(*timeline, currentCanvasSize());
+    if (m_session->playback.gate().open())
+        goOn();
+    timeline->release();
+    if (getSaveMode() || scene->duration <= 0)
+        return false;
+    if (isPlaying())
+        pause();
+    const rvengine::ExportSettings wanted{QSize(settings.width, settings.height),
+                                          settings.frameRate, settings.videoBitRate,
+                                          settings.audioBitRate};
+    m_session->exporter = rvengine::startExport(scene, path, wanted, [this] {
+        QMetaObject::invokeMethod(
+            this, [this] { takeSaveNews(); }, Qt::QueuedConnection);
+    });
+    return m_session->exporter != nullptr;
+}
+
+void RvKpPlayer::cancelSave()
+{
+    calls::record("RvKpPlayer::cancelSave");
+    if (m_session->exporter)
+        m_session->exporter->cancel();
 }
 
 bool RvKpPlayer::getSaveMode() const
 {
-    return false;
+    return m_session->exporter != nullptr;
+}
+
+void RvKpPlayer::takeSaveNews()
+{
+    if (!m_session->exporter)
+        return;
+    const rvengine::ExportNews news = m_session->exporter->news();
+    const QString path = QString::fromStdString(m_session->exporter->path());
+    if (news.state == rvengine::ExportState::Running) {
+        emit sigSaveProgress(news.share);
+        return;
+    }
+    // Receivers may save again.
+    m_session->exporter.reset();
+    switch (news.state) {
+    case rvengine::ExportState::Finished:
+        emit sigSaveProgress(1.0);
+        emit sigSaveFinished(path);
+        break;
+    case rvengine::ExportState::Cancelled:
+        emit sigSaveCancelled(path);
+        break;
+    default:
+        emit sigSaveFailed(path, news.error);
+    }
 }
 
 void RvKpPlayer::lockPlayer()
 {
     calls::record("RvKpPlayer::lockPlayer");
-    m_clock->renderMutex.lock();
-    ++m_clock->lockDepth;
+    m_session->playback.gate().close();
 }
 
 void RvKpPlayer::unlockPlayer()
 {
     calls::record("RvKpPlayer::unlockPlayer");
-    --m_clock->lockDepth;
-    m_clock->renderMutex.unlock();
+    // What was changed under the lock is seen with the first frame after it.
+    if (m_session->outdated)
+        m_session->playback.awaitScene();
+    if (m_session->playback.gate().open())
+        goOn();
+}
+
+void RvKpPlayer::waitForUnlock()
+{
+    m_session->heldUp = true;
+    // It may have been unlocked just before that was known.
+    if (!m_session->playback.gate().isClosed())
+        goOn();
+}
+
+void RvKpPlayer::goOn()
+{
+    if (!m_session->heldUp.exchange(false))
+        return;
+    publishLater();
+    QMetaObject::invokeMethod(
+        this, [this] { takeNews(); }, Qt::QueuedConnection);
 }
 
 void RvKpPlayer::setState(RvKpPlayerState state)
 {
-    if (m_clock->state == state)
+    if (m_session->state == state)
         return;
-    m_clock->state = state;
+    m_session->state = state;
     emit sigStateChanged(state, stateText(state));
 }
 
-void RvKpPlayer::tick()
+void RvKpPlayer::publishLater()
 {
-    std::unique_lock frame(m_clock->renderMutex, std::try_to_lock);
-    if (!frame || m_clock->lockDepth > 0)
+    QMetaObject::invokeMethod(
+        this, [this] { publish(); }, Qt::QueuedConnection);
+}
+
+void RvKpPlayer::publish()
+{
+    rvengine::RenderGate& gate = m_session->playback.gate();
+    if (m_session->state == RvKpPlayerIdle)
         return;
-    const long long position = getCurrentPosition();
-    const bool atEnd = position >= getDuration();
-    m_clock->sought = false;
-    // Receivers may lock the player, and whoever waits for the lock may wait for a receiver.
-    frame.unlock();
-    emit sigRenderTimeChanged(position);
-    if (atEnd && isPlaying() && !m_clock->sought) {
-        m_clock->position = position;
-        m_clock->ticks.stop();
-        setState(RvKpPlayerCompleted);
+    if (!gate.tryClose()) {
+        waitForUnlock();
+        return;
     }
+    m_session->outdated = false;
+    m_session->watch.arm();
+    if (RvKpTimeLine* timeline = getTimeLine()) {
+        m_session->playback.setScene(captureScene(*timeline, currentCanvasSize()));
+        timeline->release();
+    }
+    if (gate.open())
+        goOn();
+}
+
+void RvKpPlayer::takeNews()
+{
+    rvengine::RenderGate& gate = m_session->playback.gate();
+    if (!gate.tryClose()) {
+        waitForUnlock();
+        return;
+    }
+    // Another thread may edit the timeline as soon as the gate is open.
+    const long long duration = getDuration();
+    if (gate.open())
+        goOn();
+    const QImage picture = m_session->playback.takeNews();
+    if (m_session->state == RvKpPlayerIdle)
+        return;
+    if (!picture.isNull())
+        emit sigPictureRendered(picture);
+    if (isPlaying())
+        tick(duration);
+}
+
+void RvKpPlayer::tick(long long duration)
+{
+    const long long position = std::min(m_session->playback.position(), duration);
+    m_session->sought = false;
+    emit sigRenderTimeChanged(position);
+    if (position < duration || !isPlaying() || m_session->sought)
+        return;
+    m_session->playback.pause();
+    moveTo(position);
+    setState(RvKpPlayerCompleted);
 }
 
 } // namespace qrvkp

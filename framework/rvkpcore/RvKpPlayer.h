@@ -6,10 +6,13 @@
 #include <rvkpcore/RvKpTimeLine.h>
 #include <rvkpcore/rvkpcore_export.h>
 
+#include <QImage>
 #include <QObject>
+#include <QSize>
 #include <QString>
 
 #include <memory>
+#include <string>
 
 namespace qrvkp {
 
@@ -24,10 +27,21 @@ enum RvKpPlayerState : int {
     RvKpPlayerCompleted = 7,
 };
 
-/// Plays a timeline. Belongs to its `RvKpApplication` and lives in that one's thread, where all
-/// operations are called but those that say otherwise.
+/// How a timeline is saved to a file.
+struct RvKpSaveSettings
+{
+    int width = 0;             ///< px; 0 is that of the canvas. Made even.
+    int height = 0;            ///< px; 0 is that of the canvas. Made even.
+    double frameRate = 30.0;   ///< pictures a second
+    int videoBitRate = 0;      ///< bits a second; 0 leaves it to the quality of the encoder
+    int audioBitRate = 192000; ///< bits a second
+};
+
+/// Plays a timeline, and saves it to a file. Belongs to its `RvKpApplication` and lives in that
+/// one's thread, where all operations are called but those that say otherwise.
 ///
-/// Playing needs the event loop of a `QCoreApplication`. Positions are ms on the timeline.
+/// Playing needs the event loop of a `QCoreApplication`. Positions are ms on the timeline. What was
+/// changed on the timeline is seen and heard as soon as the event loop runs, also while paused.
 class RVKPCORE_EXPORT RvKpPlayer : public QObject
 {
     Q_OBJECT
@@ -62,12 +76,22 @@ public:
     int getState() const;
     bool isPlaying() const;
     bool isPaused() const;
+
+    /// Begins to save the whole timeline, as it is now, to the file `path` (UTF-8), whose extension
+    /// tells the format; pauses what is played. The timeline may be changed meanwhile. False when
+    /// there is nothing to save, when a timeline is being saved already, or without an engine that
+    /// can save; everything else that goes wrong is told by `sigSaveFailed`.
+    bool startSave(const std::string& path, const RvKpSaveSettings& settings = {});
+    /// Ends the saving that goes on; what was saved so far stays.
+    void cancelSave();
     /// True while the timeline is saved to a file instead of played.
     bool getSaveMode() const;
 
     /// Between `lockPlayer` and `unlockPlayer` no frame is rendered, so that a half-changed
     /// timeline is never seen, not even by an event loop of the locking thread itself. Waits for a
-    /// frame in work. Thread-safe; the locking thread may lock again and unlocks as often.
+    /// frame in work. What was edited and sought under the lock is seen with the first frame after
+    /// it. Thread-safe; the locking thread may lock again and unlocks as often. Another thread than
+    /// the player's edits the timeline under the lock only.
     void lockPlayer();
     void unlockPlayer();
 
@@ -76,16 +100,39 @@ signals:
     void sigStateChanged(int state, const QString& text);
     /// The position, while playing and after a seek.
     void sigRenderTimeChanged(long long position);
+    /// A picture of the canvas was made, in the size that was set; null when there is nothing to
+    /// show.
+    void sigPictureRendered(const QImage& picture);
+
+    /// How much was saved, 0 to 1.
+    void sigSaveProgress(double share);
+    /// The whole timeline was saved.
+    void sigSaveFinished(const QString& path);
+    void sigSaveCancelled(const QString& path);
+    /// The timeline could not be saved; `reason` is a text for people.
+    void sigSaveFailed(const QString& path, const QString& reason);
+
+public:
+    /// Sets the size in px of the pictures that are made. Empty, as it is at first, makes none: the
+    /// view of the application sets it.
+    void setPictureSize(const QSize& size);
 
 private:
-    struct Clock;
+    struct Session;
 
     void setState(RvKpPlayerState state);
     void play();
     void halt();
-    void tick();
+    void moveTo(long long position);
+    void publish();
+    void publishLater();
+    void takeNews();
+    void tick(long long duration);
+    void waitForUnlock();
+    void goOn();
+    void takeSaveNews();
 
-    std::unique_ptr<Clock> m_clock;
+    std::unique_ptr<Session> m_session;
 };
 
 } // namespace qrvkp

@@ -122,6 +122,7 @@ std::vector<RvITrack*> RvKpTimeLine::getMixTracks() const
 bool RvKpTimeLine::insertGroup(RvKpGroup* group, int position)
 {
     calls::record("RvKpTimeLine::insertGroup", idOf(group), position);
+    sceneChanged();
     return !shouldFail("RvKpTimeLine::insertGroup") &&
            m_content->insert(group, clampedPosition(position));
 }
@@ -129,6 +130,7 @@ bool RvKpTimeLine::insertGroup(RvKpGroup* group, int position)
 bool RvKpTimeLine::pushBackGroup(RvKpGroup* group)
 {
     calls::record("RvKpTimeLine::pushBackGroup", idOf(group));
+    sceneChanged();
     return !shouldFail("RvKpTimeLine::pushBackGroup") &&
            m_content->insert(group, m_content->groups.size());
 }
@@ -136,6 +138,7 @@ bool RvKpTimeLine::pushBackGroup(RvKpGroup* group)
 bool RvKpTimeLine::changeGroupPosition(RvKpGroup* group, int position)
 {
     calls::record("RvKpTimeLine::changeGroupPosition", idOf(group), position);
+    sceneChanged();
     auto& groups = m_content->groups;
     if (shouldFail("RvKpTimeLine::changeGroupPosition") || !group || !groups.contains(group))
         return false;
@@ -150,6 +153,7 @@ bool RvKpTimeLine::changeGroupPosition(RvKpGroup* group, int position)
 bool RvKpTimeLine::removeGroup(RvKpGroup* group)
 {
     calls::record("RvKpTimeLine::removeGroup", idOf(group));
+    sceneChanged();
     if (shouldFail("RvKpTimeLine::removeGroup") || !group || !m_content->groups.contains(group))
         return false;
     m_content->groups.erase(group);
@@ -161,6 +165,7 @@ bool RvKpTimeLine::removeGroup(RvKpGroup* group)
 bool RvKpTimeLine::addMixTrack(RvITrack* track)
 {
     calls::record("RvKpTimeLine::addMixTrack", idOf(track));
+    sceneChanged();
     NativeTrack* native = NativeTrack::of(track);
     if (shouldFail("RvKpTimeLine::addMixTrack") || !native || native->isPlaced())
         return false;
@@ -172,6 +177,7 @@ bool RvKpTimeLine::addMixTrack(RvITrack* track)
 bool RvKpTimeLine::removeMixTrack(RvITrack* track)
 {
     calls::record("RvKpTimeLine::removeMixTrack", idOf(track));
+    sceneChanged();
     NativeTrack* native = NativeTrack::of(track);
     if (shouldFail("RvKpTimeLine::removeMixTrack") || !native || !native->isPlaced() ||
         !m_content->mixTracks.contains(native->listed))
@@ -200,6 +206,7 @@ long long RvKpTimeLine::getDuration() const
 void RvKpTimeLine::invalidate()
 {
     calls::record("RvKpTimeLine::invalidate");
+    sceneChanged();
 }
 
 } // namespace qrvkp

@@ -37,7 +37,7 @@ long long RvKpTrack::getFileStartTime() const
 void RvKpTrack::setFileStartTime(long long fileStartTime)
 {
     auto& media = nativeAs<NativeMediaTrack>();
-    calls::record("RvKpTrack::setFileStartTime", media.id, fileStartTime);
+    calls::change("RvKpTrack::setFileStartTime", media, fileStartTime);
     media.fileStartTime = fileStartTime;
 }
 

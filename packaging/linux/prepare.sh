@@ -11,12 +11,19 @@ norvel_packages=(
     ffmpeg
     g++
     libgtest-dev
+    libavfilter-dev
+    libavformat-dev
     libmlt++-dev
     libmlt-dev
+    libqt5multimedia5-plugins
+    libswscale-dev
     locales
     ninja-build
     pkg-config
+    pulseaudio
+    pulseaudio-utils
     qtbase5-dev
+    qtmultimedia5-dev
 )
 
 say() {

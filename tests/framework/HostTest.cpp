@@ -35,7 +35,10 @@ Output runHost(const QStringList& arguments, const QString& trace = {})
     EXPECT_TRUE(process.waitForFinished(60000)) << process.errorString().toStdString();
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(process.exitCode(), 0);
-    return {linesOf(process.readAllStandardOutput()), linesOf(process.readAllStandardError())};
+    QStringList errors = linesOf(process.readAllStandardError());
+    // A machine without a sound server is told about by Qt's plugin for it.
+    errors.removeAll("PulseAudioService: pa_context_connect() failed");
+    return {linesOf(process.readAllStandardOutput()), errors};
 }
 
 } // namespace

@@ -76,7 +76,9 @@ Room roomOf(const std::string& source)
         return {{"rvkpcore/", "engine/"}, {}};
     if (startsWith(source, "framework/kparextension/"))
         return {framework, {}};
-    return {{"engine/", "mlt++/", "framework/mlt"}, {}}; // the engine itself
+    return {{"engine/", "mlt++/", "framework/mlt", "libavfilter/", "libavformat/", "libavutil/",
+             "libswscale/"},
+            {}}; // the engine itself
 }
 
 /// Whether a name of another folder, which is thus no standard header, is one the room may include.

@@ -54,8 +54,16 @@ Warnings& warnings()
     return instance;
 }
 
+/// Qt's sound plugin tells when the machine has no sound server, which is none of our business.
+bool isAboutTheMachine(const QString& text)
+{
+    return text == QLatin1String("PulseAudioService: pa_context_connect() failed");
+}
+
 void handleMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
 {
+    if (isAboutTheMachine(text))
+        return;
     if (type == QtWarningMsg || type == QtCriticalMsg)
         warnings().add(text);
     else

@@ -7,8 +7,8 @@
 
 #include <QDir>
 #include <QProcess>
-#include <QStringList>
 
+#include <cstring>
 #include <fstream>
 #include <iterator>
 
@@ -45,7 +45,14 @@ QStringList lavfi(const QString& source)
     return {"-f", "lavfi", "-i", source};
 }
 
-QStringList tone(double seconds)
+constexpr int NumberBars = 16;
+
+QString colorName(const QColor& color)
+{
+    return QString("0x%1@%2").arg(color.name().mid(1)).arg(color.alphaF());
+}
+
+QStringList plainTone(double seconds)
 {
     return lavfi(QString("sine=duration=%1").arg(seconds));
 }
@@ -62,9 +69,84 @@ std::string TestMedia::video(const QString& folder, const QString& name, int wid
 {
     QStringList arguments = card(width, height, frameRate);
     if (withSound)
-        arguments += tone(seconds);
+        arguments += plainTone(seconds);
     arguments += {"-t", QString::number(seconds), "-pix_fmt", "yuv420p"};
     return encode(QDir(folder).filePath(name), arguments);
+}
+
+std::string TestMedia::numberedVideo(const QString& folder, const QString& name, int width,
+                                     int height, const QString& frameRate, int frames,
+                                     const QStringList& codec)
+{
+    // One px for each bar, enlarged without a transition.
+    const QString bars =
+        QString("color=black:s=%1x1:r=%2,format=gray,"
+                "geq=lum='if(mod(floor(N/pow(2\\,X))\\,2)\\,255\\,0)',scale=%3:%4:flags=neighbor")
+            .arg(NumberBars)
+            .arg(frameRate)
+            .arg(width)
+            .arg(height);
+    return encode(QDir(folder).filePath(name),
+                  lavfi(bars) + QStringList{"-frames:v", QString::number(frames)} + codec);
+}
+
+int TestMedia::frameNumber(const QImage& picture, QRect area)
+{
+    constexpr int darkest = 64;
+    constexpr int brightest = 192;
+    int number = 0;
+    for (int bar = 0; bar < NumberBars; ++bar) {
+        const QPoint middle(area.x() + (2 * bar + 1) * area.width() / (2 * NumberBars),
+                            area.center().y());
+        const int gray = qGray(picture.pixel(middle));
+        if (gray > darkest && gray < brightest)
+            return -1;
+        number |= (gray >= brightest ? 1 : 0) << bar;
+    }
+    return number;
+}
+
+std::string TestMedia::turnedVideo(const std::string& source, const QString& folder,
+                                   const QString& name)
+{
+    const std::string path =
+        encode(QDir(folder).filePath(name), {"-i", QString::fromStdString(source), "-c", "copy",
+                                             "-metadata:s:v:0", "rotate=90"});
+    EXPECT_TRUE(streamEntry(path, "v", "width:stream_side_data=rotation").endsWith("90")) << path;
+    return path;
+}
+
+std::string TestMedia::solidVideo(const QString& folder, const QString& name, int width, int height,
+                                  const QColor& color, const StoredColors& stored, double seconds)
+{
+    const QString source =
+        QString("color=c=%1:s=%2x%3:r=25:d=%4,format=rgba,"
+                "scale=out_color_matrix=%5:out_range=%6:"
+                "flags=accurate_rnd+full_chroma_int,format=%7")
+            .arg(colorName(color))
+            .arg(width)
+            .arg(height)
+            .arg(seconds)
+            .arg(stored.matrix, stored.fullRange ? "pc" : "tv", stored.pixelFormat);
+    const QString matrix = stored.matrix == "bt601" ? "smpte170m" : stored.matrix;
+    return encode(QDir(folder).filePath(name),
+                  lavfi(source) +
+                      QStringList{"-colorspace", matrix, "-color_primaries", matrix, "-color_trc",
+                                  matrix, "-color_range", stored.fullRange ? "pc" : "tv"} +
+                      stored.codec);
+}
+
+std::string TestMedia::solidPicture(const QString& folder, const QString& name, int width,
+                                    int height, const QColor& color)
+{
+    const QString path = QDir(folder).filePath(name);
+    QImage picture(width, height, QImage::Format_ARGB32);
+    picture.fill(color);
+    if (!picture.save(path)) {
+        ADD_FAILURE() << "cannot write " << path.toStdString();
+        return {};
+    }
+    return path.toStdString();
 }
 
 std::string TestMedia::picture(const QString& folder, const QString& name, int width, int height)
@@ -75,7 +157,26 @@ std::string TestMedia::picture(const QString& folder, const QString& name, int w
 
 std::string TestMedia::sound(const QString& folder, const QString& name, double seconds)
 {
-    return encode(QDir(folder).filePath(name), tone(seconds));
+    return encode(QDir(folder).filePath(name), plainTone(seconds));
+}
+
+std::string TestMedia::tone(const QString& folder, const QString& name, double frequency,
+                            double amplitude, double seconds, int channels, int rate)
+{
+    QStringList formulas;
+    for (int channel = 0; channel < channels; ++channel)
+        formulas += QString("%1*sin(2*PI*%2*t)").arg(amplitude).arg(frequency);
+    return wave(folder, name, formulas, seconds, rate);
+}
+
+std::string TestMedia::wave(const QString& folder, const QString& name, const QStringList& channels,
+                            double seconds, int rate)
+{
+    const QString source =
+        QString("aevalsrc='%1':s=%2:d=%3").arg(channels.join('|')).arg(rate).arg(seconds);
+    const QStringList codec =
+        name.endsWith(".wav") ? QStringList{"-c:a", "pcm_f32le"} : QStringList();
+    return encode(QDir(folder).filePath(name), lavfi(source) + codec);
 }
 
 std::string TestMedia::soundWithCover(const QString& folder, const QString& name, double seconds)
@@ -84,7 +185,7 @@ std::string TestMedia::soundWithCover(const QString& folder, const QString& name
     const QStringList cover{"-map",           "0",           "-map",     "1",
                             "-c:v",           "mjpeg",       "-pix_fmt", "yuvj420p",
                             "-disposition:v", "attached_pic"};
-    return encode(QDir(folder).filePath(name), tone(seconds) + onePicture + cover);
+    return encode(QDir(folder).filePath(name), plainTone(seconds) + onePicture + cover);
 }
 
 // Qt turns file names into bytes by the locale: plain streams make any name under every locale.
@@ -132,4 +233,26 @@ double TestMedia::durationMs(const std::string& path)
     bool isNumber = false;
     const double value = seconds.trimmed().toDouble(&isNumber);
     return isNumber ? value * 1000 : -1;
+}
+
+QString TestMedia::streamEntry(const std::string& path, const QString& type, const QString& entry)
+{
+    QByteArray value;
+    run("ffprobe",
+        {"-v", "error", "-count_frames", "-select_streams", type + ":0", "-show_entries",
+         "stream=" + entry, "-of", "csv=p=0", QString::fromStdString(path)},
+        &value);
+    return QString::fromLatin1(value.trimmed());
+}
+
+std::vector<float> TestMedia::samples(const std::string& path)
+{
+    QByteArray bytes;
+    run("ffmpeg",
+        {"-v", "error", "-nostdin", "-i", QString::fromStdString(path), "-f", "f32le", "-ac", "2",
+         "-ar", "48000", "-"},
+        &bytes);
+    std::vector<float> values(static_cast<std::size_t>(bytes.size()) / sizeof(float));
+    std::memcpy(values.data(), bytes.constData(), values.size() * sizeof(float));
+    return values;
 }

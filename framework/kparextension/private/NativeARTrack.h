@@ -37,6 +37,10 @@ struct NativeARFilterTrack : NativeARTrack
     std::map<KpARKernelParamFlag, float> floatParams;
     std::map<std::int64_t, std::map<KpARKernelParamFlag, float>> faceFloatParams;
     std::map<std::int64_t, std::string> facePlists;
+
+protected:
+    /// Only a plain filter draws: the source of its kinds is no colour table.
+    bool describe(rvengine::Layer& layer) const override;
 };
 
 struct NativeARBeautyTrack : NativeARFilterTrack
@@ -91,6 +95,9 @@ struct NativeARLiquifyTrack : NativeARBeautyTrack
             confirmed.push_back(last);
         pending = false;
     }
+
+protected:
+    bool describe(rvengine::Layer& layer) const override;
 };
 
 /// Gives a new native of an AR track the values of its creation; null stays null.

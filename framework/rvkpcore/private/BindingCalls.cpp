@@ -8,7 +8,7 @@
 
 namespace qrvkp {
 
-bool bindTrack(const char* name, const NativeTrack& owner, TrackBinding& binding, RvITrack* track,
+bool bindTrack(const char* name, NativeTrack& owner, TrackBinding& binding, RvITrack* track,
                int bindType)
 {
     const bool fails = shouldFail(name);
@@ -16,7 +16,7 @@ bool bindTrack(const char* name, const NativeTrack& owner, TrackBinding& binding
         calls::record(name, owner.id, calls::Verbatim{"null"}, bindType);
         return false;
     }
-    calls::record(name, owner.id, track->getTrackID(), bindType);
+    calls::change(name, owner, track->getTrackID(), bindType);
     if (!fails)
         binding.bind(NativeTrack::fromContext(track->getContext()), bindType);
     track->release();

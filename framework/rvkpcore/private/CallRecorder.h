@@ -88,6 +88,15 @@ void record(const char* name, const Arguments&... arguments)
         add(format(name, arguments...));
 }
 
+/// Records a call that changes a native object, the first argument by its id, and lets the players
+/// know of the change, which follows.
+template <class Native, class... Arguments>
+void change(const char* name, Native& native, const Arguments&... arguments)
+{
+    record(name, native.id, arguments...);
+    native.touch();
+}
+
 /// Records a creation; `id` is null when it failed.
 template <class Id, class... Arguments>
 void recordCreation(const char* name, const Id* id, const Arguments&... arguments)

@@ -5,6 +5,9 @@
 
 #include <rvkpcore/RvITrack.h>
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
 #include <mutex>
 #include <unordered_set>
 
@@ -65,6 +68,78 @@ NativeMediaTrack::~NativeMediaTrack() = default;
 NativeAudioTrack::~NativeAudioTrack() = default;
 NativeDetectionTrack::~NativeDetectionTrack() = default;
 NativeEffectTrack::~NativeEffectTrack() = default;
+NativeMatteTrack::~NativeMatteTrack() = default;
+
+long long NativeTrack::durationOnTimeline() const
+{
+    if (speed == 1.0F || !std::isfinite(speed) || speed <= 0.0F)
+        return duration;
+    const double scaled = static_cast<double>(duration) / static_cast<double>(speed);
+    // Beyond 2^63 a conversion would be undefined: a duration divided by nearly nothing.
+    constexpr double limit = 9.2233720368547748e18;
+    if (scaled >= limit)
+        return std::numeric_limits<long long>::max();
+    if (scaled <= -limit)
+        return std::numeric_limits<long long>::min();
+    return std::llround(scaled);
+}
+
+std::shared_ptr<const rvengine::Layer> NativeTrack::layer()
+{
+    if (m_layer)
+        return m_layer;
+    auto layer = std::make_shared<rvengine::Layer>();
+    layer->key = reinterpret_cast<std::uintptr_t>(this);
+    layer->source = source;
+    layer->start = startPos;
+    layer->duration = durationOnTimeline();
+    layer->speed = std::isfinite(speed) && speed > 0.0F ? static_cast<double>(speed) : 1.0;
+    layer->zOrder = zOrder;
+    layer->alpha = std::isnan(alpha) ? 0.0F : std::clamp(alpha, 0.0F, 1.0F);
+    for (const auto& [time, volume] : volumes)
+        layer->volume.push_back({time, std::isfinite(volume) ? std::max(volume, 0.0F) : 0.0F});
+    if (describe(*layer))
+        m_layer = std::move(layer);
+    return m_layer;
+}
+
+bool NativeTrack::describe(rvengine::Layer&) const
+{
+    return false;
+}
+
+bool NativeMediaTrack::describe(rvengine::Layer& layer) const
+{
+    layer.kind =
+        type == RvTrackTypeVideo ? rvengine::LayerKind::Video : rvengine::LayerKind::Picture;
+    layer.fileStart = fileStartTime;
+    const auto wide = [](float value) { return static_cast<double>(value); };
+    layer.placement = {wide(width), wide(height), QPointF(wide(positionX), wide(positionY)),
+                       wide(scale), wide(rotation)};
+    return true;
+}
+
+bool NativeAudioTrack::describe(rvengine::Layer& layer) const
+{
+    layer.kind = rvengine::LayerKind::Sound;
+    layer.fileStart = fileStartTime;
+    return true;
+}
+
+bool NativeMatteTrack::describe(rvengine::Layer& layer) const
+{
+    if (!path)
+        return false;
+    if (!m_shape) {
+        const auto wide = [](float value) { return static_cast<double>(value); };
+        m_shape = std::make_shared<const rvengine::MatteShape>(rvengine::MatteShape{
+            *path, QSizeF(wide(width), wide(height)), wide(scale), wide(feather), limitedToBox});
+    }
+    layer.kind = rvengine::LayerKind::Matte;
+    layer.matte = m_shape;
+    layer.matteCenter = QPointF(static_cast<double>(centerX), static_cast<double>(centerY));
+    return true;
+}
 
 NativeTrack* NativeTrack::of(const RvITrack* track)
 {

@@ -3,16 +3,20 @@
 
 #pragma once
 
+#include <engine/Scene.h>
 #include <rvkpcore/RvTrackType.h>
+#include <rvkpcore/private/SceneChanges.h>
 #include <rvkpcore/rvkpcore_export.h>
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 
 namespace qrvkp {
 
 class RvITrack;
+class TrackBinding;
 
 /// Gives an id that no track and no group of the process has.
 RVKPCORE_EXPORT std::uint64_t newObjectId();
@@ -42,6 +46,22 @@ struct RVKPCORE_EXPORT NativeTrack : std::enable_shared_from_this<NativeTrack>
     /// The native of a wrapper, or null for a null one.
     static NativeTrack* of(const RvITrack* track);
 
+    /// Length on the timeline in ms: `duration` divided by the speed, or undivided when the speed
+    /// is not positive and finite.
+    long long durationOnTimeline() const;
+
+    /// The track as it is rendered, described anew after a change; null when it draws and sounds
+    /// nothing.
+    std::shared_ptr<const rvengine::Layer> layer();
+    /// Its values change: what was described is out of date, and the players have something new.
+    void touch()
+    {
+        m_layer.reset();
+        sceneChanged();
+    }
+    /// What the track acts on when it is an effect, or null.
+    virtual const TrackBinding* effectBinding() const { return nullptr; }
+
     /// The track leaves the group or the timeline that held it, which ends the bindings to it.
     void leave()
     {
@@ -49,6 +69,9 @@ struct RVKPCORE_EXPORT NativeTrack : std::enable_shared_from_this<NativeTrack>
         place = nullptr;
         ++detachments;
     }
+
+    /// Whether it is a `NativeMediaTrack`.
+    bool isMedia() const { return type == RvTrackTypeVideo || type == RvTrackTypeSprite; }
 
     /// A track can stand in one place only.
     bool isPlaced() const { return listed != nullptr; }
@@ -65,12 +88,21 @@ struct RVKPCORE_EXPORT NativeTrack : std::enable_shared_from_this<NativeTrack>
     int zOrder = 0;
     float alpha = 1.0F;
     float speed = 1.0F;
+    std::map<long long, float> volumes; ///< by ms from the start of the track
     /// The wrapper by which a group or a timeline holds and lists the track, or null.
     RvITrack* listed = nullptr;
     /// Where a timeline holds the track among its mix tracks, or null.
     const void* place = nullptr;
     /// How often the track was taken off a timeline: a binding made before does not hold after.
     std::uint64_t detachments = 0;
+
+protected:
+    /// Fills in what the kind renders; false when it draws and sounds nothing. What all kinds have
+    /// is there already.
+    virtual bool describe(rvengine::Layer& layer) const;
+
+private:
+    std::shared_ptr<const rvengine::Layer> m_layer; ///< null when it is to be described
 };
 
 /// A track that shows a picture: video and sprite.
@@ -86,6 +118,9 @@ struct RVKPCORE_EXPORT NativeMediaTrack : NativeTrack
     float scale = 1.0F;
     float rotation = 0.0F;
     long long fileStartTime = 0; ///< video only
+
+protected:
+    bool describe(rvengine::Layer& layer) const override;
 };
 
 struct RVKPCORE_EXPORT NativeAudioTrack : NativeTrack
@@ -94,6 +129,9 @@ struct RVKPCORE_EXPORT NativeAudioTrack : NativeTrack
     ~NativeAudioTrack() override;
 
     long long fileStartTime = 0;
+
+protected:
+    bool describe(rvengine::Layer& layer) const override;
 };
 
 /// What a detection or an effect acts on.
@@ -135,8 +173,43 @@ struct RVKPCORE_EXPORT NativeEffectTrack : NativeTrack
     using NativeTrack::NativeTrack;
     ~NativeEffectTrack() override;
 
+    const TrackBinding* effectBinding() const override { return &binding; }
+
     TrackBinding binding;
     TrackBinding detection;
+};
+
+/// A matte whose shape is a path.
+struct RVKPCORE_EXPORT NativeMatteTrack : NativeEffectTrack
+{
+    using NativeEffectTrack::NativeEffectTrack;
+    ~NativeMatteTrack() override;
+
+    float centerX = 0.0F;
+    float centerY = 0.0F;
+    std::unique_ptr<const QPainterPath> path; ///< null cuts nothing
+    float width = 0.0F;
+    float height = 0.0F;
+    float scale = 1.0F;
+    float feather = 0.0F;
+    bool limitedToBox = true;
+    int pathType = 0;
+    int blendMode = 0;
+
+    /// The shape changes, not just its place.
+    void touchShape()
+    {
+        m_shape.reset();
+        touch();
+    }
+
+protected:
+    bool describe(rvengine::Layer& layer) const override;
+
+private:
+    /// Shared with the layers: a matte that only moves keeps its shape, for which a renderer has
+    /// made a mask. Null when it is to be made.
+    mutable std::shared_ptr<const rvengine::MatteShape> m_shape;
 };
 
 } // namespace qrvkp

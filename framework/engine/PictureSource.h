@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Scene.h"
+
+#include <QImage>
+#include <QSize>
+
+#include <cstdint>
+#include <memory>
+
+namespace rvengine {
+
+/// Gives the pictures of video and picture layers. Used by one thread at a time.
+class PictureSource
+{
+public:
+    virtual ~PictureSource() = default;
+
+    /// The content of `layer` at `fileTime`, ms of its file: before the first picture of the file
+    /// that one, after the last one the last. Null when the file cannot be read.
+    ///
+    /// `wanted` is the size in px that the content will cover, empty when it is not known. The
+    /// picture has that size, or the size of the file, whichever is cheaper for what follows.
+    /// `lane` is `MainLane`, or the key of a layer that is seen beside others.
+    /// Format_RGB32 when it is opaque, Format_ARGB32_Premultiplied otherwise.
+    virtual QImage picture(const Layer& layer, std::uintptr_t lane, double fileTime,
+                           QSize wanted) = 0;
+
+    /// A frame is finished: files that were not used lately may be closed, and those used in the
+    /// frame may be used for another layer.
+    virtual void endFrame() = 0;
+};
+
+/// The source of this build's engine.
+std::unique_ptr<PictureSource> makePictureSource();
+
+} // namespace rvengine

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "PlayClock.h"
+#include "Scene.h"
+
+#include <QThread>
+
+#include <memory>
+
+namespace rvengine {
+
+/// Plays the sound of a scene on the default device, in a thread of its own, and corrects a clock
+/// by what was heard. Without a device, or without a QCoreApplication, it does nothing.
+///
+/// Called by one thread at a time, but for `setScene`, which any thread may call.
+class SoundOutput
+{
+public:
+    /// The clock must outlive the output.
+    explicit SoundOutput(PlayClock& clock);
+    ~SoundOutput();
+    SoundOutput(const SoundOutput&) = delete;
+    SoundOutput& operator=(const SoundOutput&) = delete;
+
+    void setScene(ScenePointer scene);
+    /// Plays from where the clock's run began, if the clock runs.
+    void restart();
+    void stop();
+
+private:
+    class Worker;
+
+    PlayClock& m_clock;
+    QThread m_thread;
+    std::unique_ptr<Worker> m_worker; ///< lives in the thread while that runs
+};
+
+} // namespace rvengine

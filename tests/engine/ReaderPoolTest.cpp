@@ -1,0 +1,128 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#include <engine/ReaderPool.h>
+
+#include <gtest/gtest.h>
+
+#include "WarningCapture.h"
+
+#include <memory>
+#include <string>
+
+namespace {
+
+struct Reader
+{
+    std::string path;
+};
+
+class ReaderPoolTest : public testing::Test
+{
+protected:
+    Reader* take(const std::string& path, std::uintptr_t lane, double variant = 1.0)
+    {
+        return m_pool.take(path, variant, lane, [&] {
+            ++m_opened;
+            return path == "missing" ? nullptr : std::make_unique<Reader>(Reader{path});
+        });
+    }
+
+    void endRounds(std::uint64_t rounds)
+    {
+        for (std::uint64_t i = 0; i < rounds; ++i)
+            m_pool.endRound();
+    }
+
+    WarningCapture m_warnings;
+    rvengine::ReaderPool<Reader> m_pool;
+    int m_opened = 0;
+};
+
+} // namespace
+
+TEST_F(ReaderPoolTest, GivesALaneTheSameReaderInEveryRound)
+{
+    Reader* const first = take("a", 1);
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(first->path, "a");
+    for (int round = 0; round < 10; ++round) {
+        endRounds(1);
+        EXPECT_EQ(take("a", 1), first);
+    }
+
+    EXPECT_EQ(m_opened, 1);
+    EXPECT_EQ(m_pool.size(), 1U);
+}
+
+TEST_F(ReaderPoolTest, GivesEachLaneAReaderOfItsOwn)
+{
+    Reader* const one = take("a", 1);
+    Reader* const two = take("a", 2);
+    EXPECT_NE(one, two);
+    endRounds(1);
+
+    EXPECT_EQ(take("a", 2), two);
+    EXPECT_EQ(take("a", 1), one);
+    EXPECT_EQ(m_opened, 2);
+}
+
+TEST_F(ReaderPoolTest, GivesTheSameReaderOnlyOnceInARound)
+{
+    EXPECT_NE(take("a", 1), take("a", 1));
+    EXPECT_EQ(m_opened, 2);
+}
+
+TEST_F(ReaderPoolTest, LeavesAReaderToItsLaneThatUsedItInTheLastRound)
+{
+    Reader* const one = take("a", 1);
+    endRounds(1);
+
+    EXPECT_NE(take("a", 2), one);
+    EXPECT_EQ(take("a", 1), one);
+}
+
+TEST_F(ReaderPoolTest, HandsAReaderOnThatNobodyUsed)
+{
+    Reader* const one = take("a", 1);
+    endRounds(2);
+
+    EXPECT_EQ(take("a", 2), one);
+    EXPECT_EQ(m_opened, 1);
+}
+
+TEST_F(ReaderPoolTest, TellsFilesAndVariantsApart)
+{
+    Reader* const a = take("a", 1);
+    Reader* const b = take("b", 1);
+    Reader* const fast = take("a", 1, 2.0);
+    endRounds(1);
+
+    EXPECT_EQ(take("a", 1), a);
+    EXPECT_EQ(take("b", 1), b);
+    EXPECT_EQ(take("a", 1, 2.0), fast);
+    EXPECT_EQ(m_opened, 3);
+}
+
+TEST_F(ReaderPoolTest, ClosesAReaderThatNobodyUsedForLong)
+{
+    take("a", 1);
+    endRounds(rvengine::ReaderPool<Reader>::PatienceInRounds + 1);
+    EXPECT_EQ(m_pool.size(), 1U);
+
+    endRounds(1);
+    EXPECT_EQ(m_pool.size(), 0U);
+}
+
+TEST_F(ReaderPoolTest, WarnsOnceAndDoesNotTryAgainAtOnce)
+{
+    for (int round = 0; round < 10; ++round) {
+        EXPECT_EQ(take("missing", 1), nullptr);
+        EXPECT_EQ(take("missing", 2), nullptr);
+        endRounds(1);
+    }
+
+    EXPECT_EQ(m_opened, 1);
+    EXPECT_EQ(m_pool.size(), 0U);
+    EXPECT_EQ(m_warnings.take(), QStringList{"cannot read the media file missing"});
+}
