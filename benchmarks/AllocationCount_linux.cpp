@@ -57,3 +57,9 @@ void operator delete[](void* memory, std::size_t) noexcept
 {
     deallocate(memory);
 }
+
+std::size_t heapBytes()
+{
+    const auto usage = mallinfo2();
+    return usage.uordblks + usage.hblkhd;
+}
