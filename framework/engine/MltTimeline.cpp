@@ -38,6 +38,8 @@ MltTimeline::MltTimeline(Mlt::Profile& profile, ScenePointer scene)
     , m_mixer(makeSoundSource())
     , m_producer((mlt_producer_init(&m_service, this), &m_service))
 {
+    // From now on the wrapper alone holds the service.
+    mlt_producer_close(&m_service);
     m_service.get_frame = &MltTimeline::getFrame;
     mlt_properties_set_data(m_producer.get_properties(), "_profile", profile.get_profile(), 0,
                             nullptr, nullptr);
