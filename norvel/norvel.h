@@ -26,3 +26,10 @@
 #include <norvel/timeline/RvTrackFactory.h>
 #include <norvel/trace/RvEditorCacheData.h>
 #include <norvel/trace/RvEditorTrace.h>
+#include <norvel/widgets/canvas/CanvasViewer.h>
+#include <norvel/widgets/canvas/CanvasViewerWidget.h>
+#include <norvel/widgets/mask/LabPaintMaskView.h>
+#include <norvel/widgets/mask/LabTouchMaskView.h>
+#include <norvel/widgets/mask/RvTrackMaskWidget.h>
+#include <norvel/widgets/player/QLabComparePlayer.h>
+#include <norvel/widgets/player/QLabPlayer.h>

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <norvel/global.h>
+
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+
+class QImage;
+class QLabPlayerForm;
+
+namespace qrvkp {
+class RvKpApplication;
+class RvKpPlayer;
+} // namespace qrvkp
+
+/// The framework's own view with a bar under it: the time and a button that plays and pauses.
+///
+/// The framework's application must outlive the widget. The view stands in the widget; a host that
+/// wants it to live on takes it out before it destroys the widget.
+class NORVEL_EXPORT QLabPlayer : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// Neither the application nor its player is owned.
+    QLabPlayer(qrvkp::RvKpApplication* app, QWidget* parent);
+    ~QLabPlayer() override;
+
+    /// The framework's player; not owned.
+    qrvkp::RvKpPlayer* getPlayer() const;
+    /// The widget in which the canvas is shown, the framework's view.
+    QWidget* getCanvasWidget() const;
+
+    /// The icons of the button: `first` while nothing plays, `second` while it plays. Both are
+    /// copied. To be called once: every call adds its icons to those before.
+    void setupPlayIconImage(QImage* first, QImage* second);
+
+private:
+    void playOrPause();
+    void showTime();
+    void showState(int state, const QString& text);
+    QString converTimeString(int milliseconds) const;
+
+    const std::unique_ptr<QLabPlayerForm> ui;
+    qrvkp::RvKpApplication* const m_application;
+    qrvkp::RvKpPlayer* const m_player;
+};

@@ -1,0 +1,627 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#include "CompareStage.h"
+#include "ContextTranslator.h"
+#include "DebugLines.h"
+#include "PlayerMedia.h"
+
+#include <norvel/widgets/player/LabCompareLayout.h>
+#include <norvel/widgets/player/LabCompareMaskView.h>
+#include <norvel/widgets/player/QLabPlayer.h>
+
+#include <support/TestEnvironment.h>
+#include <timeline/ScopedPathEncoding.h>
+
+#include <rvkpcore/RvCallLog.h>
+#include <rvkpcore/RvFault.h>
+#include <rvkpcore/RvKpTrack.h>
+#include <rvkpcore/RvSpriteTrack.h>
+
+#include <QLabel>
+
+#include <cmath>
+#include <limits>
+
+using namespace qrvkp;
+
+namespace {
+
+class ComparePlayerTest : public CompareStage
+{
+protected:
+    static RvIMediaTrack& media(const FrameworkRef<RvITrack>& track)
+    {
+        return dynamic_cast<RvIMediaTrack&>(*track);
+    }
+
+    /// The warning about files of which one is missing.
+    static QString lost(const QString& first, const QString& second)
+    {
+        return "输入的资源文件已丢失：" + first + "或者" + second;
+    }
+
+    /// Drags the line to this x of the view.
+    void dragLineTo(int x)
+    {
+        const int from = static_cast<int>(mask()->lineX());
+        drag(*mask(), {from, 20}, {x, 20});
+        ASSERT_EQ(mask()->lineX(), x);
+    }
+
+    const QString m_red = PlayerMedia::red(320, 180, 1.0);
+    const QString m_blue = PlayerMedia::blue(320, 180, 1.0);
+};
+
+} // namespace
+
+TEST_F(ComparePlayerTest, HasItsFormsSizeNameAndTitle)
+{
+    ContextTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    const QLabComparePlayer translated(&application, nullptr, false);
+    QCoreApplication::removeTranslator(&translator);
+    EXPECT_EQ(translated.windowTitle(), "QLabComparePlayer:Form");
+    const QLabComparePlayer fresh(&application, nullptr, false);
+    EXPECT_EQ(fresh.objectName(), "QLabComparePlayer");
+    EXPECT_EQ(fresh.size(), QSize(600, 500));
+    EXPECT_EQ(fresh.minimumSize(), QSize(0, 0));
+    EXPECT_EQ(fresh.windowTitle(), "Form");
+    EXPECT_EQ(fresh.getShowType(), QLabComparePlayer::QLabShowSplit);
+    EXPECT_EQ(fresh.getVideoTrackSize(), QSizeF());
+}
+
+TEST_F(ComparePlayerTest, HasNoSignalsAndSlotsOfItsOwn)
+{
+    EXPECT_STREQ(QLabComparePlayer::staticMetaObject.className(), "QLabComparePlayer");
+    EXPECT_TRUE(ownMethods(QLabComparePlayer::staticMetaObject).empty());
+}
+
+TEST_F(ComparePlayerTest, ShowsTheFrameworksViewInItselfAndTheMaskViewOverIt)
+{
+    auto* const layout = qobject_cast<LabCompareLayout*>(widget->layout());
+    ASSERT_TRUE(layout);
+    ASSERT_EQ(layout->count(), 1);
+    EXPECT_EQ(layout->itemAt(0)->widget(), &view());
+    EXPECT_EQ(view().geometry(), QRect(0, 0, 960, 540));
+    ASSERT_TRUE(mask());
+    EXPECT_EQ(mask()->parentWidget(), &view());
+    EXPECT_EQ(mask()->geometry(), QRect(0, 0, 960, 540));
+    EXPECT_TRUE(mask()->isVisible());
+}
+
+TEST_F(ComparePlayerTest, CanHaveAPlayerOfItsOwn)
+{
+    makePlayer(true);
+    ASSERT_EQ(widget->layout()->count(), 1);
+    auto* const own = qobject_cast<QLabPlayer*>(widget->layout()->itemAt(0)->widget());
+    ASSERT_TRUE(own);
+    EXPECT_TRUE(own->isAncestorOf(&view()));
+    EXPECT_EQ(mask()->parentWidget(), own->getCanvasWidget());
+    EXPECT_EQ(view().size(), QSize(960, 540));
+    showPair(m_red, m_blue, true);
+    player().start();
+    ASSERT_TRUE(reaches(RvKpPlayerPlaying));
+    QLabel* const time = own->findChild<QLabel*>("timeLabel");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return time->text() == "00:00:01/00:00:01"; }, PatienceMs));
+}
+
+TEST_F(ComparePlayerTest, SetsTwoVideosUpStepByStep)
+{
+    const std::string red = m_red.toStdString();
+    const std::string blue = m_blue.toStdString();
+    const Calls expected{
+        "RvKpPlayer::stop()",
+        "RvKpTimeLine::create()",
+        "RvKpPlayer::setTimeLine(timeline)",
+        "RvKpTrack::create(\"" + blue + "\", 0, -1, 0) -> base",
+        "RvIMediaTrack::setCenter(base, 960, 540)",
+        "RvIMediaTrack::setScale(base, 6.003125)",
+        "RvKpGroup::create(1000) -> group",
+        "RvKpGroup::addTrack(group, base)",
+        "RvKpTimeLine::pushBackGroup(group)",
+        "RvKpTrack::create(\"" + red + "\", 0, -1, 0) -> mix",
+        "RvITrack::setVolumeAtTime(mix, 0, 0)",
+        "RvIMediaTrack::setCenter(mix, 960, 540)",
+        "RvIMediaTrack::setScale(mix, 6.003125)",
+        "RvKpTimeLine::addMixTrack(mix)",
+        "RvTrkMatteEffectTrack::createPathMatteTrack(0, 1000) -> matte",
+        "RvTrkMatteEffectTrack::setMatteEclosionPercent(matte, 0)",
+        "RvTrkMatteEffectTrack::setMatteCenter(matte, 960, 540)",
+        "RvIEffectTrack::bind(matte, mix, 2)",
+        "RvTrkMatteEffectTrack::setMatteBlendMode(matte, 25)",
+        "RvTrkMatteEffectTrack::setEnableDrawPathSizeLimit(matte, false)",
+        "RvTrkMatteEffectTrack::setMattePath(matte, path, 800, 450, 6.003125, 1)",
+        "RvKpTimeLine::addMixTrack(matte)",
+        "RvKpPlayer::prepareAsync()",
+    };
+    EXPECT_EQ(setUp(m_red, m_blue, true), expected);
+    EXPECT_TRUE(reaches(RvKpPlayerPrepared));
+}
+
+TEST_F(ComparePlayerTest, SetsTwoPicturesUpAndPlaysThemWhenToldTo)
+{
+    const QString green = PlayerMedia::picture(Qt::green, 960, 540);
+    const QString white = PlayerMedia::picture(Qt::white, 960, 540);
+    widget->setupAutoPlay(true);
+    const Calls calls = setUp(green, white, false);
+    ASSERT_EQ(calls.size(), 23U);
+    EXPECT_EQ(calls[3], "RvSpriteTrack::create(\"" + white.toStdString() + "\", 0, 3000) -> base");
+    EXPECT_EQ(calls[9], "RvSpriteTrack::create(\"" + green.toStdString() + "\", 0, 3000) -> mix");
+    EXPECT_EQ(calls[10], "RvIMediaTrack::setCenter(mix, 960, 540)") << "pictures need no muting";
+    EXPECT_EQ(calls[21], "RvKpPlayer::prepareAsync()");
+    EXPECT_EQ(calls[22], "RvKpPlayer::start()");
+    EXPECT_TRUE(reaches(RvKpPlayerPlaying));
+}
+
+TEST_F(ComparePlayerTest, FitsThePicturesIntoTheCanvasWithOnePixelMore)
+{
+    showPair(PlayerMedia::picture(Qt::red, 1920, 1080), PlayerMedia::picture(Qt::blue, 640, 360),
+             false);
+    EXPECT_EQ(media(mixTrack()).getScale(), static_cast<float>(1921.0 / 1920.0));
+    EXPECT_EQ(media(baseTrack()).getScale(), static_cast<float>(1921.0 / 640.0));
+    for (const auto& track : {mixTrack(), baseTrack()}) {
+        EXPECT_EQ(media(track).getPositionX(), 960.0F);
+        EXPECT_EQ(media(track).getPositionY(), 540.0F);
+    }
+    EXPECT_EQ(widget->getVideoTrackSize(), QSizeF(640, 360)) << "that of the lower one";
+    showPair(PlayerMedia::picture(Qt::red, 100, 400), PlayerMedia::picture(Qt::blue, 1000, 10),
+             false);
+    EXPECT_EQ(media(mixTrack()).getScale(), static_cast<float>(1081.0 / 400.0));
+    EXPECT_EQ(media(baseTrack()).getScale(), static_cast<float>(1921.0 / 1000.0));
+}
+
+TEST_F(ComparePlayerTest, CutsByTheRightHalfOfAPathOfAtLeastEightHundredPixels)
+{
+    const auto pathOf = [this](int width, int height) {
+        showPair(PlayerMedia::picture(Qt::red, width, height), m_blue, false);
+        EXPECT_EQ(matte()->getMattePathType(), 1);
+        EXPECT_EQ(matte()->getMatteBlendMode(), 25);
+        EXPECT_EQ(matte()->getMediaBindType(), 2);
+        EXPECT_EQ(matte()->getMatteEclosionPercent(), 0.0F);
+        EXPECT_FALSE(matte()->getEnableDrawPathSizeLimit());
+        EXPECT_EQ(adopt(matte()->getBindTrack())->getTrackID(), mixTrack()->getTrackID());
+        return matte()->getMattePath().boundingRect();
+    };
+    EXPECT_EQ(pathOf(640, 360), QRectF(400, 0, 400, 450));
+    EXPECT_EQ(pathOf(100, 400), QRectF(100, 0, 100, 800));
+    EXPECT_EQ(pathOf(800, 100), QRectF(400, 0, 400, 100));
+    EXPECT_EQ(pathOf(1000, 500), QRectF(500, 0, 500, 500));
+    EXPECT_EQ(pathOf(100, 900), QRectF(50, 0, 50, 900));
+}
+
+TEST_F(ComparePlayerTest, MakesTheDurationsEqualAndTellsEveryMoveThen)
+{
+    const QString shorter = PlayerMedia::red(64, 36, 5.0);
+    const QString longer = PlayerMedia::blue(64, 36, 8.0);
+    showPair(shorter, shorter, true);
+    EXPECT_TRUE(mask()->throttle());
+    showPair(shorter, longer, true);
+    EXPECT_EQ(baseTrack()->getDuration(), 8000);
+    EXPECT_EQ(mixTrack()->getDuration(), 8000);
+    EXPECT_FALSE(mask()->throttle());
+    makePlayer(false);
+    const Calls calls = setUp(longer, shorter, true);
+    EXPECT_EQ(baseTrack()->getDuration(), 8000);
+    EXPECT_EQ(mixTrack()->getDuration(), 8000);
+    EXPECT_FALSE(mask()->throttle());
+    EXPECT_EQ(calls[calls.size() - 3], "RvITrack::setDuration(base, 8000)");
+    EXPECT_EQ(calls[calls.size() - 2], "RvITrack::setDuration(mix, 8000)");
+    // Every move of the line moves the matte.
+    RvCallLog::start();
+    press(*mask(), {480, 20});
+    for (int x = 481; x <= 500; ++x)
+        move(*mask(), {x, 20});
+    EXPECT_EQ(RvCallLog::count(), 20U);
+    release(*mask(), {500, 20});
+    EXPECT_EQ(RvCallLog::count(), 21U);
+}
+
+TEST_F(ComparePlayerTest, TakesFilesAsWhatTheyAreWhenTheyAreNotWhatWasSaid)
+{
+    const QString picture = PlayerMedia::picture(Qt::green, 64, 36);
+    const auto isVideo = [](const FrameworkRef<RvITrack>& track) {
+        return dynamic_cast<RvKpTrack*>(track.get()) != nullptr;
+    };
+    Calls calls = setUp(picture, picture, true);
+    EXPECT_FALSE(isVideo(baseTrack()));
+    EXPECT_FALSE(isVideo(mixTrack()));
+    EXPECT_EQ(calls[3], "RvKpTrack::create(\"" + picture.toStdString() + "\", 0, -1, 0) -> null");
+    EXPECT_EQ(calls.size(), 23U) << "the second file is taken as the first one was at once";
+    calls = setUp(m_red, m_blue, false);
+    EXPECT_TRUE(isVideo(baseTrack()));
+    EXPECT_TRUE(isVideo(mixTrack()));
+    EXPECT_EQ(calls[11], "RvITrack::setVolumeAtTime(mix, 0, 0)");
+    calls = setUp(picture, m_blue, true);
+    EXPECT_TRUE(isVideo(baseTrack()));
+    EXPECT_FALSE(isVideo(mixTrack()));
+    calls = setUp(m_red, picture, true);
+    EXPECT_FALSE(isVideo(baseTrack()));
+    EXPECT_TRUE(isVideo(mixTrack()));
+    EXPECT_EQ(baseTrack()->getDuration(), 3000);
+    EXPECT_EQ(mixTrack()->getDuration(), 3000);
+}
+
+TEST_F(ComparePlayerTest, FindsFilesForWhoseNamesTheLocaleHasNoLetters)
+{
+    ASSERT_TRUE(m_red.contains("颜色"));
+    const ScopedPathEncoding latin("ISO-8859-1");
+    showPair(m_red, m_blue, true);
+    EXPECT_EQ(widget->getVideoTrackSize(), QSizeF(320, 180));
+}
+
+TEST_F(ComparePlayerTest, OnlyWarnsAboutAMissingFile)
+{
+    showPair(m_red, m_blue, true);
+    const auto before = timeline();
+    const QString missing = PlayerMedia::missing();
+    for (const auto& [first, second] :
+         {std::pair(m_red, missing), std::pair(missing, m_blue), std::pair(missing, missing),
+          std::pair(QString(), m_blue)}) {
+        const ExpectedWarning warning(lost(first, second));
+        EXPECT_EQ(setUp(first, second, true), Calls());
+        EXPECT_EQ(timeline(), before);
+    }
+    EXPECT_EQ(player().getState(), RvKpPlayerPrepared);
+}
+
+TEST_F(ComparePlayerTest, KeepsWhatItShowedWhenAFileCannotBeRead)
+{
+    showPair(m_red, m_blue, true);
+    const auto before = timeline();
+    const long long living = RvRef::liveCount();
+    dragLineTo(600);
+    player().seekTo(400, true);
+    const QString text = PlayerMedia::text();
+    for (const auto& [first, second] :
+         {std::pair(m_red, text), std::pair(text, m_blue), std::pair(text, text)}) {
+        for (const bool isVideo : {true, false}) {
+            widget->setupCompareVideoPath(first, second, isVideo);
+            ASSERT_EQ(timeline(), before);
+            EXPECT_EQ(RvRef::liveCount(), living);
+            EXPECT_TRUE(reaches(RvKpPlayerPrepared));
+            EXPECT_EQ(player().getCurrentPosition(), 400);
+            EXPECT_EQ(widget->getVideoTrackSize(), QSizeF(320, 180));
+        }
+    }
+    EXPECT_EQ(matte()->getMatteCenterX(), 1200.0F);
+    dragLineTo(500);
+    EXPECT_EQ(matte()->getMatteCenterX(), 1000.0F);
+}
+
+TEST_F(ComparePlayerTest, PlaysOnWhenAFileCannotBeRead)
+{
+    const QString longer = PlayerMedia::blue(64, 36, 8.0);
+    showPair(longer, longer, true);
+    player().start();
+    player().seekTo(3000, true);
+    widget->setupCompareVideoPath(longer, PlayerMedia::text(), true);
+    ASSERT_TRUE(reaches(RvKpPlayerPlaying));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return player().getCurrentPosition() > 3200; }, PatienceMs));
+    EXPECT_LT(player().getCurrentPosition(), 8000);
+}
+
+TEST_F(ComparePlayerTest, KeepsWhatItShowedWhenTheFrameworkFails)
+{
+    showPair(m_red, m_blue, true);
+    const auto before = timeline();
+    const long long living = RvRef::liveCount();
+    // Whatever fails first, and for a creation of tracks as either kind.
+    for (const char* name :
+         {"RvKpTimeLine::create", "RvKpGroup::create", "RvKpGroup::addTrack",
+          "RvKpTimeLine::pushBackGroup", "RvKpTimeLine::addMixTrack",
+          "RvTrkMatteEffectTrack::createPathMatteTrack", "RvIEffectTrack::bind"}) {
+        RvFault::failNext(name);
+        widget->setupCompareVideoPath(m_blue, m_red, true);
+        EXPECT_FALSE(RvFault::isPending(name)) << name;
+        EXPECT_EQ(timeline(), before) << name;
+        EXPECT_EQ(RvRef::liveCount(), living) << name;
+        EXPECT_TRUE(reaches(RvKpPlayerPrepared)) << name;
+    }
+    RvFault::failNext("RvKpTimeLine::addMixTrack", 2);
+    widget->setupCompareVideoPath(m_blue, m_red, true);
+    EXPECT_EQ(timeline(), before) << "without its matte";
+    EXPECT_EQ(RvRef::liveCount(), living);
+}
+
+TEST_F(ComparePlayerTest, AFailureAtFirstLeavesThePlayerWithoutATimeline)
+{
+    widget->setupCompareVideoPath(PlayerMedia::text(), m_blue, true);
+    EXPECT_FALSE(timeline());
+    EXPECT_EQ(player().getState(), RvKpPlayerIdle);
+    EXPECT_EQ(widget->getVideoTrackSize(), QSizeF());
+}
+
+TEST_F(ComparePlayerTest, CanBeSetUpAgain)
+{
+    showPair(m_red, m_blue, true);
+    const auto before = timeline();
+    const auto matteBefore = matte();
+    showPair(PlayerMedia::red(64, 36, 5.0), PlayerMedia::blue(64, 36, 5.0), true);
+    EXPECT_NE(timeline(), before);
+    EXPECT_EQ(widget->getVideoTrackSize(), QSizeF(64, 36));
+    dragLineTo(600);
+    EXPECT_EQ(matte()->getMatteCenterX(), 1200.0F);
+    EXPECT_EQ(matteBefore->getMatteCenterX(), 960.0F);
+}
+
+TEST_F(ComparePlayerTest, ASecondSetUpLeavesNothingOfTheFirst)
+{
+    showPair(m_red, m_blue, true);
+    const long long living = RvRef::liveCount();
+    showPair(m_blue, m_red, true);
+    EXPECT_EQ(RvRef::liveCount(), living);
+}
+
+TEST_F(ComparePlayerTest, TheMatteFollowsTheLine)
+{
+    showPair(m_red, m_blue, true);
+    for (const int x : {600, 1, 300, 959}) {
+        dragLineTo(x);
+        EXPECT_EQ(matte()->getMatteCenterX(), 2.0F * static_cast<float>(x));
+        EXPECT_EQ(matte()->getMatteCenterY(), 540.0F);
+    }
+    application.setCanvasScale(2.0F);
+    application.setCanvasPosition(100.0F, 30.0F);
+    widget->updateEffect();
+    dragLineTo(480);
+    EXPECT_EQ(matte()->getMatteCenterX(), 960.0F - 100.0F);
+    widget->maskMoveToCenter();
+    EXPECT_EQ(mask()->lineX(), 480.0);
+    EXPECT_EQ(matte()->getMatteCenterX(), 860.0F);
+}
+
+TEST_F(ComparePlayerTest, GoesToTheMiddle)
+{
+    showPair(m_red, m_blue, true);
+    dragLineTo(700);
+    RvCallLog::start();
+    widget->maskMoveToCenter();
+    EXPECT_EQ(RvCallLog::count(), 1U);
+    EXPECT_EQ(mask()->lineX(), 480.0);
+    EXPECT_EQ(matte()->getMatteCenterX(), 960.0F);
+}
+
+TEST_F(ComparePlayerTest, ShowsOneFileAlone)
+{
+    showPair(m_red, m_blue, true);
+    dragLineTo(600);
+    widget->setupShowType(QLabComparePlayer::QLabShowEdgeLeft);
+    EXPECT_EQ(widget->getShowType(), QLabComparePlayer::QLabShowEdgeLeft);
+    EXPECT_EQ(matte()->getMatteCenterX(), 0.0F);
+    EXPECT_EQ(matte()->getMatteCenterY(), 540.0F);
+    EXPECT_FALSE(mask()->isVisible());
+    widget->setupShowType(QLabComparePlayer::QLabShowEdgeRight);
+    EXPECT_EQ(matte()->getMatteCenterX(), 1925.0F);
+    EXPECT_EQ(matte()->getMatteCenterY(), 540.0F);
+    EXPECT_FALSE(mask()->isVisible());
+    widget->updateEffect();
+    widget->maskMoveToCenter();
+    EXPECT_EQ(matte()->getMatteCenterX(), 1925.0F) << "the line tells nothing now";
+    widget->setupShowType(QLabComparePlayer::QLabShowSplit);
+    EXPECT_TRUE(mask()->isVisible());
+    EXPECT_EQ(matte()->getMatteCenterX(), 960.0F) << "back at the line at once";
+    widget->setupShowType(static_cast<QLabComparePlayer::QLabShowType>(3));
+    EXPECT_EQ(matte()->getMatteCenterX(), 0.0F);
+}
+
+TEST_F(ComparePlayerTest, KeepsItsShowTypeOverASetUp)
+{
+    widget->setupShowType(QLabComparePlayer::QLabShowEdgeRight);
+    EXPECT_TRUE(mask()->isVisible()) << "while there is nothing to show";
+    showPair(m_red, m_blue, true);
+    EXPECT_FALSE(mask()->isVisible());
+    EXPECT_EQ(matte()->getMatteCenterX(), 1925.0F);
+}
+
+TEST_F(ComparePlayerTest, ShowsBothVideosFromALaterTimeOn)
+{
+    EXPECT_FALSE(widget->setVideoFileStartTimeTo(100, 500)) << "nothing is shown";
+    showPair(m_red, m_blue, true);
+    EXPECT_TRUE(widget->setVideoFileStartTimeTo(100, 500));
+    EXPECT_EQ(dynamic_cast<RvKpTrack&>(*baseTrack()).getFileStartTime(), 100);
+    EXPECT_EQ(dynamic_cast<RvKpTrack&>(*mixTrack()).getFileStartTime(), 100);
+    EXPECT_EQ(baseTrack()->getDuration(), 500);
+    EXPECT_EQ(group()->getDuration(), 500);
+    EXPECT_EQ(mixTrack()->getDuration(), 1000) << "which stays";
+    const QString picture = PlayerMedia::picture(Qt::green, 64, 36);
+    for (const auto& [first, second] :
+         {std::pair(picture, m_blue), std::pair(m_red, picture), std::pair(picture, picture)}) {
+        showPair(first, second, true);
+        RvCallLog::start();
+        EXPECT_FALSE(widget->setVideoFileStartTimeTo(100, 500));
+        EXPECT_EQ(RvCallLog::count(), 0U);
+    }
+}
+
+TEST_F(ComparePlayerTest, KeepsTheLineWithinTheUpperPicture)
+{
+    // 540 x 540 px of the view, from 210 to 750.
+    showPair(PlayerMedia::picture(Qt::red, 1080, 1080), m_blue, false);
+    EXPECT_EQ(mask()->limitRect(), QRect(0, 0, 960, 540)) << "that of when it was laid out";
+    widget->updateEffect();
+    // The picture is a pixel of the canvas larger than the canvas: half a px of the view.
+    EXPECT_EQ(mask()->limitRect(), QRect(209, 0, 540, 540));
+    EXPECT_EQ(mask()->hintRect(), QRect(210, 0, 540, 540));
+    widget->setupLimitMoveInVideoRect(false);
+    EXPECT_TRUE(mask()->limitRect().isNull());
+    dragLineTo(100);
+    widget->setupLimitMoveInVideoRect(true);
+    EXPECT_EQ(mask()->limitRect(), QRect(209, 0, 540, 540));
+    EXPECT_EQ(mask()->lineX(), 209.0);
+    widget->setupLimitMoveInVideoRect(false);
+    widget->updateEffect();
+    EXPECT_EQ(mask()->limitRect(), QRect(209, 0, 540, 540)) << "for once, all the same";
+}
+
+TEST_F(ComparePlayerTest, ANewSizeLimitsTheLineAnewIfThatIsWanted)
+{
+    showPair(PlayerMedia::picture(Qt::red, 1080, 1080), m_blue, false);
+    widget->resize(480, 270);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return mask()->size() == QSize(480, 270); }, PatienceMs));
+    EXPECT_EQ(mask()->limitRect(), QRect(104, 0, 270, 270));
+    EXPECT_EQ(mask()->hintRect(), QRect(105, 0, 270, 270));
+    widget->setupLimitMoveInVideoRect(false);
+    widget->resize(960, 540);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return mask()->size() == QSize(960, 540); }, PatienceMs));
+    EXPECT_TRUE(mask()->limitRect().isNull());
+    EXPECT_EQ(mask()->hintRect(), QRect(210, 0, 540, 540));
+}
+
+TEST_F(ComparePlayerTest, LaysOutTheHintsInWhatIsSeenOfTheCanvas)
+{
+    showPair(m_red, m_blue, true);
+    application.setCanvasScale(0.5F);
+    widget->updateEffect();
+    EXPECT_EQ(mask()->limitRect(), QRect(239, 0, 480, 540));
+    EXPECT_EQ(mask()->hintRect(), QRect(0, 0, 960, 540));
+    application.setCanvasScale(2.0F);
+    widget->updateEffect();
+    EXPECT_EQ(mask()->limitRect(), QRect(-480, 0, 1921, 540));
+    EXPECT_EQ(mask()->hintRect(), QRect(0, 0, 960, 540));
+    for (const float scale : {1e-30F, 1e30F, std::numeric_limits<float>::max()}) {
+        application.setCanvasScale(scale);
+        widget->updateEffect();
+        EXPECT_GE(mask()->lineX(), -1e6);
+        EXPECT_LE(mask()->lineX(), 1e6);
+    }
+}
+
+TEST_F(ComparePlayerTest, TakesCanvasesThatMakeNoSense)
+{
+    constexpr float infinite = std::numeric_limits<float>::infinity();
+    constexpr float none = std::numeric_limits<float>::quiet_NaN();
+    for (const float side : {0.0F, -100.0F, 1e30F, infinite, none}) {
+        application.getRvKpConfig()->setKpSize(side, 1080.0F);
+        widget->setupCompareVideoPath(m_red, m_blue, true);
+        EXPECT_TRUE(timeline()) << side;
+        widget->updateEffect();
+        widget->setupShowType(QLabComparePlayer::QLabShowEdgeRight);
+        widget->setupShowType(QLabComparePlayer::QLabShowSplit);
+        drag(*mask(), {static_cast<int>(mask()->lineX()), 20}, {300, 20});
+        EXPECT_LE(std::abs(mask()->lineX()), 1e6) << side;
+    }
+    application.getRvKpConfig()->setKpSize(1920.0F, 1080.0F);
+    showPair(m_red, m_blue, true);
+    widget->updateEffect();
+    EXPECT_EQ(mask()->limitRect(), QRect(0, 0, 960, 540));
+}
+
+TEST_F(ComparePlayerTest, BringsTheMatteBackToTheLine)
+{
+    showPair(m_red, m_blue, true);
+    application.setCanvasPosition(100.0F, 0.0F);
+    EXPECT_EQ(matte()->getMatteCenterX(), 960.0F);
+    RvCallLog::start();
+    widget->updateEffect();
+    widget->updateEffect();
+    EXPECT_EQ(RvCallLog::count(), 2U) << "without a limit of their rate";
+    EXPECT_EQ(matte()->getMatteCenterX(), 760.0F);
+}
+
+TEST_F(ComparePlayerTest, AnItemOfItsLayoutComesBelowTheMaskView)
+{
+    showPair(m_red, m_blue, true);
+    QWidget above(&view());
+    above.setGeometry(0, 0, 100, 100);
+    above.show();
+    ASSERT_EQ(view().childAt(50, 50), &above);
+    application.setCanvasPosition(100.0F, 0.0F);
+    widget->layout()->addItem(new QSpacerItem(0, 0));
+    EXPECT_EQ(view().childAt(50, 50), mask());
+    EXPECT_EQ(matte()->getMatteCenterX(), 760.0F);
+}
+
+TEST_F(ComparePlayerTest, HandsTheLooksOnToTheMaskView)
+{
+    QImage icon(20, 20, QImage::Format_RGB32);
+    icon.fill(Qt::green);
+    widget->setLineColor(Qt::cyan);
+    widget->setLineWidth(3);
+    widget->setIconImage(icon);
+    widget->setIconSize({40, 20});
+    widget->setControlWidth(100);
+    const QImage seen = view().grab().toImage();
+    EXPECT_EQ(seen.pixelColor(481, 20), QColor(Qt::cyan));
+    EXPECT_EQ(seen.pixelColor(461, 270), QColor(Qt::green));
+    EXPECT_EQ(seen.pixelColor(498, 279), QColor(Qt::green));
+    EXPECT_NE(seen.pixelColor(481, 281), QColor(Qt::green));
+    drag(*mask(), {525, 20}, {535, 20});
+    EXPECT_EQ(mask()->lineX(), 490.0);
+}
+
+TEST_F(ComparePlayerTest, TakesHintsForBothSides)
+{
+    showPair(m_red, m_blue, true);
+    QPointer<QLabel> left = new QLabel("before");
+    QPointer<QLabel> right = new QLabel("after");
+    widget->setLeftHintWidget(left);
+    widget->setRightHintWidget(right);
+    EXPECT_EQ(left->parentWidget(), widget->getLeftHintWidget());
+    EXPECT_EQ(right->parentWidget(), widget->getRightHintWidget());
+    EXPECT_EQ(widget->getLeftHintWidget()->parentWidget(), mask());
+    EXPECT_TRUE(left->isVisible());
+    EXPECT_TRUE(right->isVisible());
+    EXPECT_EQ(widget->getLeftHintWidget()->geometry(), QRect(0, 0, 480, 120));
+    EXPECT_EQ(widget->getRightHintWidget()->geometry(), QRect(479, 0, 480, 120));
+    widget->setLeftHintWidget(nullptr);
+    delete widget;
+    EXPECT_TRUE(left.isNull());
+    EXPECT_TRUE(right.isNull());
+}
+
+TEST_F(ComparePlayerTest, AClosedPlayerStopsAndHoldsNothing)
+{
+    const long long before = RvRef::liveCount();
+    showPair(m_red, m_blue, true);
+    player().start();
+    RvCallLog::start();
+    widget->close();
+    EXPECT_EQ(RvCallLog::entries(), Calls{"RvKpPlayer::stop()"});
+    EXPECT_EQ(player().getState(), RvKpPlayerStopped);
+    player().setTimeLine(nullptr);
+    EXPECT_EQ(RvRef::liveCount(), before);
+    // What is left of it can do nothing, and does.
+    widget->setupShowType(QLabComparePlayer::QLabShowEdgeLeft);
+    widget->setupShowType(QLabComparePlayer::QLabShowSplit);
+    widget->updateEffect();
+    widget->maskMoveToCenter();
+    EXPECT_FALSE(widget->setVideoFileStartTimeTo(0, 100));
+    widget->close();
+    showPair(m_red, m_blue, true);
+    EXPECT_TRUE(timeline());
+}
+
+TEST_F(ComparePlayerTest, TheViewOutlivesIt)
+{
+    for (const bool ownPlayer : {false, true}) {
+        makePlayer(ownPlayer);
+        showPair(m_red, m_blue, true);
+        const QPointer<QGraphicsView> before = &view();
+        DebugLines lines;
+        delete widget;
+        EXPECT_EQ(lines.take(), (QStringList{"mask View delete", "Complare Player delete"}));
+        ASSERT_TRUE(before) << ownPlayer;
+        EXPECT_EQ(before->parentWidget(), nullptr);
+        EXPECT_EQ(application.getGraphicsView(), before);
+        EXPECT_FALSE(mask());
+    }
+}
+
+TEST_F(ComparePlayerTest, MayGoWhileItPlaysOrAfterTheView)
+{
+    showPair(m_red, m_blue, true);
+    player().start();
+    ASSERT_TRUE(reaches(RvKpPlayerPlaying));
+    delete widget;
+    makePlayer(false);
+    delete &view();
+    widget->setupShowType(QLabComparePlayer::QLabShowEdgeLeft);
+    widget->setupShowType(QLabComparePlayer::QLabShowSplit);
+    widget->updateEffect();
+    widget->maskMoveToCenter();
+    widget->setLineWidth(2);
+    EXPECT_EQ(widget->getLeftHintWidget(), nullptr);
+    showPair(m_red, m_blue, true);
+    delete widget;
+}
