@@ -41,9 +41,9 @@ QString stateText(RvKpPlayerState state)
 } // namespace
 
 /// What is played, and what plays it.
-struct RvKpPlayer::Session
+struct RvKpPlayer::Impl
 {
-    explicit Session(RvKpPlayer& player)
+    explicit Impl(RvKpPlayer& player)
         : watch([this, &player] {
             outdated = true;
             player.publishLater();
@@ -73,24 +73,24 @@ struct RvKpPlayer::Session
 
 RvKpPlayer::RvKpPlayer(QObject* parent)
     : QObject(parent)
-    , m_session(std::make_unique<Session>(*this))
+    , m_impl(std::make_unique<Impl>(*this))
 {
 }
 
 RvKpPlayer::~RvKpPlayer()
 {
-    m_session->watch.disarm();
-    m_session->exporter.reset();
-    if (m_session->timeline)
-        m_session->timeline->release();
+    m_impl->watch.disarm();
+    m_impl->exporter.reset();
+    if (m_impl->timeline)
+        m_impl->timeline->release();
 }
 
 RvKpTimeLine* RvKpPlayer::getTimeLine() const
 {
-    const std::lock_guard lock(m_session->timelineMutex);
-    if (m_session->timeline)
-        m_session->timeline->retain();
-    return m_session->timeline;
+    const std::lock_guard lock(m_impl->timelineMutex);
+    if (m_impl->timeline)
+        m_impl->timeline->retain();
+    return m_impl->timeline;
 }
 
 void RvKpPlayer::setTimeLine(RvKpTimeLine* timeline)
@@ -101,35 +101,35 @@ void RvKpPlayer::setTimeLine(RvKpTimeLine* timeline)
         timeline->retain();
     RvKpTimeLine* previous = timeline;
     {
-        const std::lock_guard lock(m_session->timelineMutex);
-        std::swap(previous, m_session->timeline);
+        const std::lock_guard lock(m_impl->timelineMutex);
+        std::swap(previous, m_impl->timeline);
     }
     if (previous)
         previous->release();
     setState(RvKpPlayerIdle);
-    m_session->watch.disarm();
-    m_session->outdated = false;
-    m_session->playback.setScene(nullptr);
+    m_impl->watch.disarm();
+    m_impl->outdated = false;
+    m_impl->playback.setScene(nullptr);
     emit sigPictureRendered(QImage());
 }
 
 void RvKpPlayer::prepareAsync()
 {
     calls::record("RvKpPlayer::prepareAsync");
-    if (!m_session->timeline || m_session->state == RvKpPlayerPreparing)
+    if (!m_impl->timeline || m_impl->state == RvKpPlayerPreparing)
         return;
-    moveTo(m_session->state == RvKpPlayerCompleted ? 0 : getCurrentPosition());
-    m_session->playback.pause();
-    m_session->startWhenPrepared = false;
+    moveTo(m_impl->state == RvKpPlayerCompleted ? 0 : getCurrentPosition());
+    m_impl->playback.pause();
+    m_impl->startWhenPrepared = false;
     setState(RvKpPlayerPreparing);
     QMetaObject::invokeMethod(
         this,
         [this] {
-            if (m_session->state != RvKpPlayerPreparing)
+            if (m_impl->state != RvKpPlayerPreparing)
                 return;
             publish();
             setState(RvKpPlayerPrepared);
-            if (m_session->startWhenPrepared)
+            if (m_impl->startWhenPrepared)
                 play();
         },
         Qt::QueuedConnection);
@@ -143,9 +143,9 @@ void RvKpPlayer::start()
 
 void RvKpPlayer::play()
 {
-    switch (m_session->state) {
+    switch (m_impl->state) {
     case RvKpPlayerPreparing:
-        m_session->startWhenPrepared = true;
+        m_impl->startWhenPrepared = true;
         return;
     case RvKpPlayerCompleted:
         moveTo(0);
@@ -156,7 +156,7 @@ void RvKpPlayer::play()
     default:
         return;
     }
-    m_session->playback.play();
+    m_impl->playback.play();
     setState(RvKpPlayerPlaying);
 }
 
@@ -166,7 +166,7 @@ void RvKpPlayer::pause()
     if (!isPlaying())
         return;
     const long long position = getCurrentPosition();
-    m_session->playback.pause();
+    m_impl->playback.pause();
     moveTo(position); // what is seen is then what the position says
     setState(RvKpPlayerPaused);
 }
@@ -179,29 +179,29 @@ void RvKpPlayer::stop()
 
 void RvKpPlayer::halt()
 {
-    m_session->playback.pause();
+    m_impl->playback.pause();
     // There may have been a seek while nothing was played.
     moveTo(0);
-    if (m_session->state != RvKpPlayerIdle)
+    if (m_impl->state != RvKpPlayerIdle)
         setState(RvKpPlayerStopped);
 }
 
 void RvKpPlayer::moveTo(long long position)
 {
-    m_session->playback.seek(position);
+    m_impl->playback.seek(position);
 }
 
 void RvKpPlayer::seekTo(long long position, bool exact)
 {
     calls::record("RvKpPlayer::seekTo", position, exact);
-    m_session->sought = true;
+    m_impl->sought = true;
     moveTo(std::clamp(position, 0LL, getDuration()));
     emit sigRenderTimeChanged(getCurrentPosition());
 }
 
 long long RvKpPlayer::getCurrentPosition() const
 {
-    const long long position = m_session->playback.position();
+    const long long position = m_impl->playback.position();
     return isPlaying() ? std::min(position, getDuration()) : position;
 }
 
@@ -217,22 +217,22 @@ long long RvKpPlayer::getDuration() const
 
 int RvKpPlayer::getState() const
 {
-    return m_session->state;
+    return m_impl->state;
 }
 
 bool RvKpPlayer::isPlaying() const
 {
-    return m_session->state == RvKpPlayerPlaying;
+    return m_impl->state == RvKpPlayerPlaying;
 }
 
 bool RvKpPlayer::isPaused() const
 {
-    return m_session->state == RvKpPlayerPaused;
+    return m_impl->state == RvKpPlayerPaused;
 }
 
 void RvKpPlayer::setPictureSize(const QSize& size)
 {
-    m_session->playback.setPictureSize(size);
+    m_impl->playback.setPictureSize(size);
 }
 
 bool RvKpPlayer::startSave(const std::string& path, const RvKpSaveSettings& settings)
@@ -241,9 +241,9 @@ bool RvKpPlayer::startSave(const std::string& path, const RvKpSaveSettings& sett
     RvKpTimeLine* timeline = getTimeLine();
     if (!timeline)
         return false;
-    m_session->playback.gate().close();
+    m_impl->playback.gate().close();
     const auto scene = captureScene(*timeline, currentCanvasSize());
-    if (m_session->playback.gate().open())
+    if (m_impl->playback.gate().open())
         goOn();
     timeline->release();
     if (getSaveMode() || scene->duration <= 0)
@@ -253,37 +253,37 @@ bool RvKpPlayer::startSave(const std::string& path, const RvKpSaveSettings& sett
     const rvengine::ExportSettings wanted{QSize(settings.width, settings.height),
                                           settings.frameRate, settings.videoBitRate,
                                           settings.audioBitRate};
-    m_session->exporter = rvengine::startExport(scene, path, wanted, [this] {
+    m_impl->exporter = rvengine::startExport(scene, path, wanted, [this] {
         QMetaObject::invokeMethod(
             this, [this] { takeSaveNews(); }, Qt::QueuedConnection);
     });
-    return m_session->exporter != nullptr;
+    return m_impl->exporter != nullptr;
 }
 
 void RvKpPlayer::cancelSave()
 {
     calls::record("RvKpPlayer::cancelSave");
-    if (m_session->exporter)
-        m_session->exporter->cancel();
+    if (m_impl->exporter)
+        m_impl->exporter->cancel();
 }
 
 bool RvKpPlayer::getSaveMode() const
 {
-    return m_session->exporter != nullptr;
+    return m_impl->exporter != nullptr;
 }
 
 void RvKpPlayer::takeSaveNews()
 {
-    if (!m_session->exporter)
+    if (!m_impl->exporter)
         return;
-    const rvengine::ExportNews news = m_session->exporter->news();
-    const QString path = QString::fromStdString(m_session->exporter->path());
+    const rvengine::ExportNews news = m_impl->exporter->news();
+    const QString path = QString::fromStdString(m_impl->exporter->path());
     if (news.state == rvengine::ExportState::Running) {
         emit sigSaveProgress(news.share);
         return;
     }
     // Receivers may save again.
-    m_session->exporter.reset();
+    m_impl->exporter.reset();
     switch (news.state) {
     case rvengine::ExportState::Finished:
         emit sigSaveProgress(1.0);
@@ -300,30 +300,30 @@ void RvKpPlayer::takeSaveNews()
 void RvKpPlayer::lockPlayer()
 {
     calls::record("RvKpPlayer::lockPlayer");
-    m_session->playback.gate().close();
+    m_impl->playback.gate().close();
 }
 
 void RvKpPlayer::unlockPlayer()
 {
     calls::record("RvKpPlayer::unlockPlayer");
     // What was changed under the lock is seen with the first frame after it.
-    if (m_session->outdated)
-        m_session->playback.awaitScene();
-    if (m_session->playback.gate().open())
+    if (m_impl->outdated)
+        m_impl->playback.awaitScene();
+    if (m_impl->playback.gate().open())
         goOn();
 }
 
 void RvKpPlayer::waitForUnlock()
 {
-    m_session->heldUp = true;
+    m_impl->heldUp = true;
     // It may have been unlocked just before that was known.
-    if (!m_session->playback.gate().isClosed())
+    if (!m_impl->playback.gate().isClosed())
         goOn();
 }
 
 void RvKpPlayer::goOn()
 {
-    if (!m_session->heldUp.exchange(false))
+    if (!m_impl->heldUp.exchange(false))
         return;
     publishLater();
     QMetaObject::invokeMethod(
@@ -332,9 +332,9 @@ void RvKpPlayer::goOn()
 
 void RvKpPlayer::setState(RvKpPlayerState state)
 {
-    if (m_session->state == state)
+    if (m_impl->state == state)
         return;
-    m_session->state = state;
+    m_impl->state = state;
     emit sigStateChanged(state, stateText(state));
 }
 
@@ -346,17 +346,17 @@ void RvKpPlayer::publishLater()
 
 void RvKpPlayer::publish()
 {
-    rvengine::RenderGate& gate = m_session->playback.gate();
-    if (m_session->state == RvKpPlayerIdle)
+    rvengine::RenderGate& gate = m_impl->playback.gate();
+    if (m_impl->state == RvKpPlayerIdle)
         return;
     if (!gate.tryClose()) {
         waitForUnlock();
         return;
     }
-    m_session->outdated = false;
-    m_session->watch.arm();
+    m_impl->outdated = false;
+    m_impl->watch.arm();
     if (RvKpTimeLine* timeline = getTimeLine()) {
-        m_session->playback.setScene(captureScene(*timeline, currentCanvasSize()));
+        m_impl->playback.setScene(captureScene(*timeline, currentCanvasSize()));
         timeline->release();
     }
     if (gate.open())
@@ -365,7 +365,7 @@ void RvKpPlayer::publish()
 
 void RvKpPlayer::takeNews()
 {
-    rvengine::RenderGate& gate = m_session->playback.gate();
+    rvengine::RenderGate& gate = m_impl->playback.gate();
     if (!gate.tryClose()) {
         waitForUnlock();
         return;
@@ -374,8 +374,8 @@ void RvKpPlayer::takeNews()
     const long long duration = getDuration();
     if (gate.open())
         goOn();
-    const QImage picture = m_session->playback.takeNews();
-    if (m_session->state == RvKpPlayerIdle)
+    const QImage picture = m_impl->playback.takeNews();
+    if (m_impl->state == RvKpPlayerIdle)
         return;
     if (!picture.isNull())
         emit sigPictureRendered(picture);
@@ -385,12 +385,12 @@ void RvKpPlayer::takeNews()
 
 void RvKpPlayer::tick(long long duration)
 {
-    const long long position = std::min(m_session->playback.position(), duration);
-    m_session->sought = false;
+    const long long position = std::min(m_impl->playback.position(), duration);
+    m_impl->sought = false;
     emit sigRenderTimeChanged(position);
-    if (position < duration || !isPlaying() || m_session->sought)
+    if (position < duration || !isPlaying() || m_impl->sought)
         return;
-    m_session->playback.pause();
+    m_impl->playback.pause();
     moveTo(position);
     setState(RvKpPlayerCompleted);
 }

@@ -118,7 +118,7 @@ public:
     void setPictureSize(const QSize& size);
 
 private:
-    struct Session;
+    struct Impl;
 
     void setState(RvKpPlayerState state);
     void play();
@@ -132,7 +132,7 @@ private:
     void goOn();
     void takeSaveNews();
 
-    std::unique_ptr<Session> m_session;
+    std::unique_ptr<Impl> m_impl;
 };
 
 } // namespace qrvkp
