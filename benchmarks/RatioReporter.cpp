@@ -3,6 +3,8 @@
 
 #include "RatioReporter.h"
 
+#include <QApplication>
+
 #include <cstdio>
 
 void RatioReporter::ReportRuns(const std::vector<Run>& runs)
@@ -31,4 +33,18 @@ bool RatioReporter::printRatio(const std::string& what, const std::string& name,
     std::printf("%-72s %6.2f  (bound %.2f)%s\n", what.c_str(), ratio, bound,
                 ratio <= bound ? "" : "  EXCEEDED");
     return ratio <= bound;
+}
+
+int runBenchmarks(int argc, char** argv, void (*registerAll)(),
+                  bool (*printPromises)(const RatioReporter& reporter))
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 2;
+    registerAll();
+    RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    return printPromises(reporter) ? 0 : 1;
 }

@@ -25,3 +25,9 @@ public:
 private:
     std::map<std::string, double> m_secondsPerItem; ///< by the name of the run
 };
+
+/// The main program of a benchmark: makes a Qt application without a screen, registers the runs by
+/// `registerAll`, does what the command line asks for, and ends with 1 when `printPromises`, which
+/// prints the ratios, says that a bound is exceeded.
+int runBenchmarks(int argc, char** argv, void (*registerAll)(),
+                  bool (*printPromises)(const RatioReporter& reporter));

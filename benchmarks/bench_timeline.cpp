@@ -9,8 +9,6 @@
 #include <norvel/timeline/private/AttributeIndex.h>
 #include <norvel/trace/RvEditorTrace.h>
 
-#include <QGuiApplication>
-
 #include <algorithm>
 #include <functional>
 
@@ -264,13 +262,5 @@ bool printPromises(const RatioReporter& reporter)
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 2;
-    registerAll();
-    RatioReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    return printPromises(reporter) ? 0 : 1;
+    return runBenchmarks(argc, argv, registerAll, printPromises);
 }

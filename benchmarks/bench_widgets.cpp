@@ -9,7 +9,6 @@
 #include <rvkpcore/RvKpApplication.h>
 #include <rvkpcore/RvSpriteTrack.h>
 
-#include <QApplication>
 #include <QGraphicsBlurEffect>
 #include <QGraphicsPixmapItem>
 #include <QGraphicsRectItem>
@@ -308,13 +307,5 @@ bool printPromises(const RatioReporter& reporter)
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 2;
-    registerAll();
-    RatioReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    return printPromises(reporter) ? 0 : 1;
+    return runBenchmarks(argc, argv, registerAll, printPromises);
 }

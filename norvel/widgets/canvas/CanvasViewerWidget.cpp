@@ -3,6 +3,7 @@
 
 #include <norvel/widgets/canvas/CanvasViewerWidget.h>
 
+#include <norvel/widgets/canvas/BoxPainter.h>
 #include <norvel/widgets/canvas/MapGeometry.h>
 #include <norvel/widgets/canvas/ViewerWidget.h>
 
@@ -10,7 +11,6 @@
 
 #include <QGraphicsScene>
 #include <QGraphicsView>
-#include <QPainter>
 
 namespace norvel {
 
@@ -117,12 +117,7 @@ void CanvasViewerWidget::mouseMoveEvent(QMouseEvent*) {}
 
 void CanvasViewerWidget::paintEvent(QPaintEvent*)
 {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(m_brush);
-    painter.setOpacity(m_opacity);
-    const QRect area = rect();
-    painter.drawRects(&area, 1);
+    paintBox(*this, m_brush, m_opacity);
 }
 
 } // namespace norvel

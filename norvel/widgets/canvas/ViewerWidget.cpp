@@ -3,10 +3,10 @@
 
 #include <norvel/widgets/canvas/ViewerWidget.h>
 
+#include <norvel/widgets/canvas/BoxPainter.h>
 #include <norvel/widgets/canvas/MapGeometry.h>
 
 #include <QMouseEvent>
-#include <QPainter>
 
 #include <algorithm>
 #include <utility>
@@ -115,12 +115,7 @@ void ViewerWidget::mouseReleaseEvent(QMouseEvent*)
 
 void ViewerWidget::paintEvent(QPaintEvent*)
 {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(m_brush);
-    painter.setOpacity(m_opacity);
-    const QRect area = rect();
-    painter.drawRects(&area, 1);
+    paintBox(*this, m_brush, m_opacity);
 }
 
 } // namespace norvel
