@@ -13,6 +13,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <QCoreApplication>
 #include <QGraphicsView>
 #include <QTemporaryDir>
 
