@@ -9,6 +9,7 @@
 #include <rvkpcore/RvKpApplication.h>
 #include <rvkpcore/RvSpriteTrack.h>
 
+#include <QCoreApplication>
 #include <QGraphicsBlurEffect>
 #include <QGraphicsPixmapItem>
 #include <QGraphicsRectItem>

@@ -152,14 +152,14 @@ void RvITrack::setSpeed(float speed)
 void RvITrack::setVolumeAtTime(float volume, long long time)
 {
     calls::change("RvITrack::setVolumeAtTime", *m_native, volume, time);
-    m_native->volumes[time] = volume;
+    m_native->makeRendering().volumes[time] = volume;
 }
 
 float RvITrack::getVolumeAtTime(long long time) const
 {
-    const auto& volumes = m_native->volumes;
-    if (volumes.empty())
+    if (!m_native->rendering || m_native->rendering->volumes.empty())
         return 1.0F;
+    const auto& volumes = m_native->rendering->volumes;
     const auto next = volumes.lower_bound(time);
     if (next == volumes.end())
         return volumes.rbegin()->second;
@@ -174,7 +174,7 @@ float RvITrack::getVolumeAtTime(long long time) const
 void RvITrack::clearVolumes()
 {
     calls::change("RvITrack::clearVolumes", *m_native);
-    m_native->volumes.clear();
+    m_native->makeRendering().volumes.clear();
 }
 
 } // namespace qrvkp

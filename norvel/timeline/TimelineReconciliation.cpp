@@ -4,6 +4,7 @@
 #include <norvel/timeline/RvAttributeUtility.h>
 
 #include <norvel/timeline/private/AttributeIndex.h>
+#include <norvel/timeline/private/RecordPrefetch.h>
 #include <norvel/timeline/private/TimelineIndex.h>
 #include <norvel/timeline/private/TrackTypes.h>
 
@@ -91,7 +92,11 @@ void RvAttributeUtility::updateTimeLine(qrvkp::RvKpTimeLine* timeline,
     AttributeIndex oldMain(oldDescription->mainAttribs);
     AttributeIndex oldMix(oldDescription->mixAttribs);
     int position = 0; // among the media records: nothing else has a place on the main line
-    for (RvAttribute* record : newDescription->mainAttribs) {
+    const auto& mainRecords = newDescription->mainAttribs;
+    for (std::size_t i = 0; i < mainRecords.size(); ++i) {
+        prefetchRecord(mainRecords, i, comparedLines);
+        prefetchRecord(oldDescription->mainAttribs, i, comparedLines);
+        RvAttribute* record = mainRecords[i];
         if (isMedia(record) && isKnown(updateMainMediaTrack(index, oldMain, record, position++)))
             oldMain.keep(record->uuid);
     }
@@ -99,7 +104,12 @@ void RvAttributeUtility::updateTimeLine(qrvkp::RvKpTimeLine* timeline,
     // The media come first, then the others. Comparing touches no track, so one walk compares all
     // of them and leaves to a second one only the others that differ.
     std::vector<std::pair<RvAttribute*, RvReturnVlaue>> others;
-    for (RvAttribute* record : newDescription->mixAttribs) {
+    const auto& mixRecords = newDescription->mixAttribs;
+    for (std::size_t i = 0; i < mixRecords.size(); ++i) {
+        // An old record mostly stands at the place of the new one.
+        prefetchRecord(mixRecords, i, comparedLines);
+        prefetchRecord(oldDescription->mixAttribs, i, comparedLines);
+        RvAttribute* record = mixRecords[i];
         const bool media = isMedia(record);
         const RvReturnVlaue result =
             media ? updateMixMediaTrack(index, oldMix, record) : oldMix.compare(record);

@@ -86,8 +86,9 @@ long long NativeTrack::durationOnTimeline() const
 
 std::shared_ptr<const rvengine::Layer> NativeTrack::layer()
 {
-    if (m_layer)
-        return m_layer;
+    Rendering& render = makeRendering();
+    if (render.layer)
+        return render.layer;
     auto layer = std::make_shared<rvengine::Layer>();
     layer->key = reinterpret_cast<std::uintptr_t>(this);
     layer->source = source;
@@ -96,11 +97,11 @@ std::shared_ptr<const rvengine::Layer> NativeTrack::layer()
     layer->speed = std::isfinite(speed) && speed > 0.0F ? static_cast<double>(speed) : 1.0;
     layer->zOrder = zOrder;
     layer->alpha = std::isnan(alpha) ? 0.0F : std::clamp(alpha, 0.0F, 1.0F);
-    for (const auto& [time, volume] : volumes)
+    for (const auto& [time, volume] : render.volumes)
         layer->volume.push_back({time, std::isfinite(volume) ? std::max(volume, 0.0F) : 0.0F});
     if (describe(*layer))
-        m_layer = std::move(layer);
-    return m_layer;
+        render.layer = std::move(layer);
+    return render.layer;
 }
 
 bool NativeTrack::describe(rvengine::Layer&) const

@@ -56,7 +56,8 @@ struct RVKPCORE_EXPORT NativeTrack : std::enable_shared_from_this<NativeTrack>
     /// Its values change: what was described is out of date, and the players have something new.
     void touch()
     {
-        m_layer.reset();
+        if (rendering)
+            rendering->layer.reset();
         sceneChanged();
     }
     /// What the track acts on when it is an effect, or null.
@@ -78,31 +79,43 @@ struct RVKPCORE_EXPORT NativeTrack : std::enable_shared_from_this<NativeTrack>
 
     RvITrack* wrap() { return wrapFunction(shared_from_this()); }
 
-    std::uint64_t id = newObjectId(); ///< first: what a walk over many tracks looks at
+    /// What only a renderer asks for, or hosts that use it: apart, so that a walk over many tracks
+    /// finds them close together.
+    struct Rendering
+    {
+        std::map<long long, float> volumes;           ///< by ms from the start of the track
+        std::shared_ptr<const rvengine::Layer> layer; ///< null when it is to be described
+    };
+    Rendering& makeRendering()
+    {
+        if (!rendering)
+            rendering = std::make_unique<Rendering>();
+        return *rendering;
+    }
+
+    // First what a walk over many tracks looks at.
+    std::uint64_t id = newObjectId();
     const int type;
-    const Wrap wrapFunction;
-    std::string source;
-    std::string tag;
-    long long startPos = 0;
-    long long duration = 0; ///< at speed 1
     int zOrder = 0;
-    float alpha = 1.0F;
-    float speed = 1.0F;
-    std::map<long long, float> volumes; ///< by ms from the start of the track
     /// The wrapper by which a group or a timeline holds and lists the track, or null.
     RvITrack* listed = nullptr;
     /// Where a timeline holds the track among its mix tracks, or null.
     const void* place = nullptr;
     /// How often the track was taken off a timeline: a binding made before does not hold after.
     std::uint64_t detachments = 0;
+    long long startPos = 0;
+    long long duration = 0; ///< at speed 1
+    float alpha = 1.0F;
+    float speed = 1.0F;
+    const Wrap wrapFunction;
+    std::string source;
+    std::string tag;
+    std::unique_ptr<Rendering> rendering; ///< null until it is needed
 
 protected:
     /// Fills in what the kind renders; false when it draws and sounds nothing. What all kinds have
     /// is there already.
     virtual bool describe(rvengine::Layer& layer) const;
-
-private:
-    std::shared_ptr<const rvengine::Layer> m_layer; ///< null when it is to be described
 };
 
 /// A track that shows a picture: video and sprite.

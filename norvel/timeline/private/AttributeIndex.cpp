@@ -3,6 +3,8 @@
 
 #include <norvel/timeline/private/AttributeIndex.h>
 
+#include <norvel/timeline/private/RecordPrefetch.h>
+
 #include <typeinfo>
 
 namespace norvel {
@@ -11,7 +13,9 @@ AttributeIndex::AttributeIndex(const std::vector<RvAttribute*>& list)
 {
     m_records.reserve(list.size());
     m_ids.reserve(list.size());
-    for (RvAttribute* element : list) {
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        prefetchRecord(list, i, 1);
+        RvAttribute* element = list[i];
         if (!element)
             continue;
         m_records.add(element->uuid, element);
