@@ -10,9 +10,9 @@ norvel_packages=(
     cmake
     ffmpeg
     g++
-    libgtest-dev
     libavfilter-dev
     libavformat-dev
+    libgtest-dev
     libmlt++-dev
     libmlt-dev
     libqt5multimedia5-plugins
