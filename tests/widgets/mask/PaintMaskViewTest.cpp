@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include "widgets/support/ShownEditor.h"
+#include "widgets/mask/CoveredPicture.h"
 
 #include <norvel/widgets/mask/LabPaintMaskView.h>
 
@@ -18,38 +18,19 @@ using Type = LabPaintMaskView::LabPathChangeType;
 
 /// A view over a picture of 400 x 300 in the editor's window, with room to paint in a rectangle of
 /// 300 x 200 at (50, 40), and shown within one of 200 x 150 at (70, 60).
-class PaintMaskViewTest : public ShownEditor
+class PaintMaskViewTest : public CoveredPicture<LabPaintMaskView>
 {
 protected:
     void SetUp() override
     {
-        ShownEditor::SetUp();
+        CoveredPicture::SetUp();
         if (HasFatalFailure())
             return;
-        m_picture = std::make_unique<QWidget>(window.get());
-        m_picture->setGeometry(0, 0, 400, 300);
-        mask = new LabPaintMaskView(m_picture.get());
-        m_picture->show();
+        mask = covering;
         mask->paintMode = true;
         mask->setupPaintShowRect(shownRect, paintRect);
-        shown(); // takes the parent's size
-    }
-    void TearDown() override
-    {
-        m_picture.reset();
-        ShownEditor::TearDown();
     }
 
-    QWidget& picture() { return *m_picture; }
-
-    /// What the view shows, without its parent.
-    QImage shown() const
-    {
-        QImage image(400, 300, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        mask->render(&image, {}, {}, {});
-        return image;
-    }
     /// The painting in px of the painting rectangle; the strokes are flattened by that.
     QImage flattened(bool clearLast = false) const
     {
@@ -72,9 +53,6 @@ protected:
     const QRect shownRect{70, 60, 200, 150};
     const QRect paintRect{50, 40, 300, 200};
     LabPaintMaskView* mask = nullptr; ///< belongs to the picture
-
-private:
-    std::unique_ptr<QWidget> m_picture;
 };
 
 /// A painting made by hand in px of the view: a path in a colour, over a pixmap.

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include "widgets/support/ShownEditor.h"
+#include "widgets/mask/CoveredPicture.h"
 
 #include <norvel/widgets/mask/LabTouchMaskView.h>
 
@@ -13,36 +13,17 @@ namespace {
 using Type = LabTouchMaskView::LabPathChangeType;
 
 /// A view over a picture of 400 x 300 in the editor's window, with a preview of 20 x 11.
-class TouchMaskViewTest : public ShownEditor
+class TouchMaskViewTest : public CoveredPicture<LabTouchMaskView>
 {
 protected:
     void SetUp() override
     {
-        ShownEditor::SetUp();
+        CoveredPicture::SetUp();
         if (HasFatalFailure())
             return;
-        m_picture = std::make_unique<QWidget>(window.get());
-        m_picture->setGeometry(0, 0, 400, 300);
-        touch = new LabTouchMaskView(m_picture.get());
-        m_picture->show();
+        touch = covering;
         touch->touchImage = QImage(20, 11, QImage::Format_ARGB32);
         touch->touchImage.fill(QColor(255, 0, 0, 255));
-        shown(); // takes the parent's size
-    }
-    void TearDown() override
-    {
-        m_picture.reset();
-        ShownEditor::TearDown();
-    }
-
-    QWidget& picture() { return *m_picture; }
-
-    QImage shown() const
-    {
-        QImage image(400, 300, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        touch->render(&image, {}, {}, {});
-        return image;
     }
 
     /// The preview covers just this rectangle.
@@ -60,9 +41,6 @@ protected:
     }
 
     LabTouchMaskView* touch = nullptr; ///< belongs to the picture
-
-private:
-    std::unique_ptr<QWidget> m_picture;
 };
 
 } // namespace
