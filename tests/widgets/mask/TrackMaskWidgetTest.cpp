@@ -459,6 +459,29 @@ TEST_F(TrackMaskWidgetTest, ClearingForgetsMaskAndStrokes)
     EXPECT_EQ(maskedPixels(), 0);
 }
 
+TEST_F(TrackMaskWidgetTest, AStrokeThatWasNotPaintedYetIsPaintedIntoTheMaskThatTakesItsPlace)
+{
+    const auto strokeWithoutPaint = [this] {
+        send(*mask, QEvent::MouseButtonPress, {50, 50}, Qt::LeftButton, Qt::LeftButton);
+        send(*mask, QEvent::MouseButtonRelease, {100, 50}, Qt::LeftButton, Qt::NoButton);
+    };
+    strokeWithoutPaint();
+    mask->clear();
+    EXPECT_EQ(maskedPixels(), 0);
+    shown(*mask);
+    const int painted = maskedPixels();
+    EXPECT_GT(painted, 50 * 10); // 50 px long and a pen of 20 px
+
+    mask->clear();
+    shown(*mask);
+    EXPECT_EQ(maskedPixels(), 0); // what was painted is no longer due
+    strokeWithoutPaint();
+    mask->undo();
+    EXPECT_EQ(maskedPixels(), 0);
+    shown(*mask);
+    EXPECT_EQ(maskedPixels(), painted);
+}
+
 TEST_F(TrackMaskWidgetTest, ClearingTakesTheTracksSizeInWholePixels)
 {
     track->setWidthAndHeight(120.9F, 60.9F);
