@@ -33,3 +33,4 @@
 #include <norvel/widgets/mask/RvTrackMaskWidget.h>
 #include <norvel/widgets/player/QLabComparePlayer.h>
 #include <norvel/widgets/player/QLabPlayer.h>
+#include <norvel/widgets/systemstatus/systemstatus.h>

@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#include <norvel/widgets/systemstatus/CalculateSysInfo.h>
+
+#include <norvel/widgets/systemstatus/SystemSource.h>
+#include <norvel/widgets/systemstatus/ToolRunner.h>
+
+#include <QThread>
+#include <QTimer>
+
+#include <utility>
+
+namespace {
+
+constexpr int tickMs = 1000;
+
+/// A thread that quits ends its event loop only after all ticks that wait, each with its commands.
+bool isToEnd()
+{
+    return QThread::currentThread()->isInterruptionRequested();
+}
+
+/// The share of the total in percent, in whole totals: the integer division comes first.
+double shareOf(qint64 total, qint64 bytes)
+{
+    return total > 0 ? static_cast<double>(bytes / total) * 100.0 : 0.0;
+}
+
+} // namespace
+
+CalculateSysInfo::CalculateSysInfo()
+    : CalculateSysInfo(norvel::SystemSource::create())
+{
+}
+
+CalculateSysInfo::CalculateSysInfo(std::unique_ptr<norvel::SystemSource> source)
+    : timer(new QTimer)
+    , totalMemory(source->installedMemory())
+    , m_source(std::move(source))
+{
+    connect(timer, &QTimer::timeout, this, &CalculateSysInfo::sample);
+    timer->start(tickMs);
+}
+
+CalculateSysInfo::~CalculateSysInfo() = default;
+
+void CalculateSysInfo::sample()
+{
+    if (isToEnd())
+        return;
+    const double cpu = m_source->cpuLoad();
+    if (isToEnd())
+        return;
+    const qint64 bytes = m_source->processMemory();
+    if (!isToEnd())
+        emit updateCpuMemUsage(cpu, shareOf(totalMemory, bytes));
+}
+
+void CalculateSysInfo::collectHardwareInfo()
+{
+    if (isToEnd())
+        return;
+    const QString hardware = m_source->hardwareText();
+    if (isToEnd())
+        return;
+    const QString graphics = m_source->graphicsText();
+    if (!isToEnd())
+        emit displayInfo(graphics, hardware);
+}
+
+QString CalculateSysInfo::runCommand(const QString& commandLine)
+{
+    return norvel::ToolRunner().run(commandLine);
+}

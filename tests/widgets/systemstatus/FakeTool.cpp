@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <string>
+#include <thread>
+
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#endif
+
+namespace {
+
+std::string contentOf(const std::string& path)
+{
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+void log(const std::string& folder, const std::string& line)
+{
+    std::ofstream(folder + "/calls.log", std::ios::app | std::ios::binary) << line + "\n";
+}
+
+void sleepAsTold(const std::string& file)
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(std::atoi(contentOf(file).c_str())));
+}
+
+void print(const std::string& bytes)
+{
+#ifdef _WIN32
+    _setmode(_fileno(stdout), _O_BINARY);
+#endif
+    std::fwrite(bytes.data(), 1, bytes.size(), stdout);
+    std::fflush(stdout);
+}
+
+} // namespace
+
+/// Stands in for a Windows tool. What it does is told by files in the folder NORVEL_FAKE_TOOLS,
+/// named by the tool and the letters of its last argument: NAME.delay, milliseconds to wait;
+/// NAME.answer, the bytes to print after that; NAME.linger, milliseconds to wait then; NAME.read,
+/// if there, to read the standard input to its end; NAME.exit, the exit code, or "crash". It writes
+/// into "calls.log" what it was called with, when it begins and when it ends.
+int main(int argc, char** argv)
+{
+    const char* variable = std::getenv("NORVEL_FAKE_TOOLS");
+    if (!variable)
+        return 99;
+    const std::string folder = variable;
+    std::string call = TOOL_NAME;
+    std::string name = folder + "/" TOOL_NAME "-";
+    for (int i = 1; i < argc; ++i)
+        call += "|" + std::string(argv[i]);
+    for (const char letter : std::string(argc > 1 ? argv[argc - 1] : "")) {
+        if ((letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z'))
+            name += letter;
+    }
+    log(folder, "begin " + call);
+    std::cerr << "this is no output" << std::endl;
+    sleepAsTold(name + ".delay");
+    print(contentOf(name + ".answer"));
+    sleepAsTold(name + ".linger");
+    if (std::ifstream(name + ".read").is_open())
+        while (std::cin.get() != std::char_traits<char>::eof()) {
+        }
+    const std::string exit = contentOf(name + ".exit");
+    if (exit == "crash")
+        std::abort();
+    log(folder, "end " + call);
+    return std::atoi(exit.c_str());
+}

@@ -1,0 +1,113 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#include "FakeTools.h"
+
+#include <norvel/widgets/systemstatus/ToolRunner.h>
+
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+
+using norvel::ToolRunner;
+
+namespace {
+
+const QString loadCommand = "wmic cpu get loadpercentage";
+constexpr int longMs = 60000; // no test waits for it
+constexpr int shortLimitMs = 400;
+
+class ToolRunnerTest : public testing::Test
+{
+protected:
+    FakeTools tools;
+};
+
+} // namespace
+
+TEST_F(ToolRunnerTest, GivesWhatAToolPrintsAndNotItsErrors)
+{
+    tools.answer(Query::CpuLoad, "LoadPercentage\r\r\n12\r\r\n");
+    EXPECT_EQ(ToolRunner().run(loadCommand), "LoadPercentage\r\r\n12\r\r\n");
+    EXPECT_EQ(tools.ended(), QStringList{"wmic|cpu|get|loadpercentage"});
+}
+
+TEST_F(ToolRunnerTest, GivesMoreThanAPipeHolds)
+{
+    const QByteArray much(1000000, 'x');
+    tools.answer(Query::CpuLoad, much);
+    EXPECT_EQ(ToolRunner().run(loadCommand), QString(much));
+}
+
+TEST_F(ToolRunnerTest, ReadsWhatComesInUtf16)
+{
+    tools.answer(Query::CpuLoad, QByteArray("\xFF\xFE"
+                                            "1\0"
+                                            "2\0",
+                                            6));
+    EXPECT_EQ(ToolRunner().run(loadCommand), "12");
+}
+
+TEST_F(ToolRunnerTest, HandsEveryWordToTheToolAsAnArgument)
+{
+    ToolRunner().run("wmic a && wmic b | c > d; \"e f\" $PATH %PATH%");
+    EXPECT_EQ(tools.begun(), QStringList{"wmic|a|&&|wmic|b|||c|>|d;|e f|$PATH|%PATH%"});
+}
+
+TEST_F(ToolRunnerTest, HandsArgumentsToTheToolAsTheyAre)
+{
+    ToolRunner().run("tasklist", {"/fi", "PID eq 1", "a \"b\""});
+    EXPECT_EQ(tools.begun(), QStringList{"tasklist|/fi|PID eq 1|a \"b\""});
+}
+
+TEST_F(ToolRunnerTest, KeepsTheInputOfTheToolOpen)
+{
+    tools.answer(Query::CpuLoad, "asked");
+    tools.readInput(Query::CpuLoad);
+    EXPECT_EQ(ToolRunner(shortLimitMs).run(loadCommand), "asked");
+    EXPECT_EQ(tools.begun().size(), 1);
+    EXPECT_EQ(tools.ended(), QStringList()) << "its input came to an end";
+}
+
+TEST_F(ToolRunnerTest, AToolThatFailsGivesWhatItPrinted)
+{
+    tools.answer(Query::CpuLoad, "half of it");
+    tools.fail(Query::CpuLoad, 3);
+    EXPECT_EQ(ToolRunner().run(loadCommand), "half of it");
+    tools.crash(Query::CpuLoad);
+    EXPECT_EQ(ToolRunner().run(loadCommand), "half of it");
+    EXPECT_EQ(tools.begun().size(), 2);
+    EXPECT_EQ(tools.ended().size(), 1) << "the second one crashed";
+}
+
+TEST_F(ToolRunnerTest, AToolThatIsMissingGivesNothing)
+{
+    EXPECT_EQ(ToolRunner().run("norvel-no-such-tool get loadpercentage"), "");
+    EXPECT_EQ(ToolRunner().run("norvel-no-such-tool", {"get"}), "");
+    EXPECT_EQ(ToolRunner().run(""), "");
+    EXPECT_EQ(ToolRunner().run("  "), "");
+}
+
+TEST_F(ToolRunnerTest, AToolThatIsTooSlowGivesNothing)
+{
+    tools.answer(Query::CpuLoad, "late");
+    tools.delay(Query::CpuLoad, longMs);
+    QElapsedTimer time;
+    time.start();
+    EXPECT_EQ(ToolRunner(shortLimitMs).run(loadCommand), "");
+    EXPECT_GE(time.elapsed(), shortLimitMs);
+    EXPECT_LT(time.elapsed(), longMs / 2);
+}
+
+TEST_F(ToolRunnerTest, AToolThatIsTooSlowGivesWhatItPrintedUntilThen)
+{
+    tools.answer(Query::CpuLoad, "in time");
+    tools.linger(Query::CpuLoad, longMs);
+    EXPECT_EQ(ToolRunner(2000).run(loadCommand), "in time");
+    EXPECT_EQ(tools.ended(), QStringList());
+}
+
+TEST_F(ToolRunnerTest, AToolMayTake30Seconds)
+{
+    EXPECT_EQ(ToolRunner::DefaultLimitMs, 30000);
+}
