@@ -6,6 +6,7 @@
 #include "Editor.h"
 #include "PlayerScreens.h"
 #include "SamplePictures.h"
+#include "StatusScreens.h"
 
 #include <norvel/norvel.h>
 
@@ -143,10 +144,14 @@ QImage comparePlayer()
 
 const std::vector<Screenshot>& screenshots()
 {
-    static const std::vector<Screenshot> all{
-        {"canvas-map-item", canvasMapItem}, {"canvas-map-widget", canvasMapWidget},
-        {"track-mask", trackMask},          {"paint-mask-view", paintMaskView},
-        {"touch-mask-view", touchMaskView}, {"simple-player", simplePlayer},
-        {"compare-player", comparePlayer}};
+    static const std::vector<Screenshot> all{{"canvas-map-item", canvasMapItem},
+                                             {"canvas-map-widget", canvasMapWidget},
+                                             {"track-mask", trackMask},
+                                             {"paint-mask-view", paintMaskView},
+                                             {"touch-mask-view", touchMaskView},
+                                             {"simple-player", simplePlayer},
+                                             {"compare-player", comparePlayer},
+                                             {"system-status", StatusScreens::collapsed},
+                                             {"system-status-details", StatusScreens::expanded}};
     return all;
 }

@@ -128,7 +128,7 @@ TEST(WidgetHostTest, AMapWithoutAViewDoesNothing)
 TEST(ScreenshotsTest, AreMadeForAllPicturesOfTheDocuments)
 {
     const QStringList shown = shownPictures(textOf(docs + "/widgets.md"));
-    ASSERT_EQ(shown.size(), 7);
+    ASSERT_EQ(shown.size(), 9);
     QTemporaryDir folder;
     const Output output = run(NORVEL_SCREENSHOTS, {folder.path()});
     EXPECT_EQ(output.exitCode, 0);
