@@ -199,7 +199,7 @@ TEST(PanelThreadTest, ManyPanelsMeasureSideBySide)
     FakeTools tools;
     tools.answerAll();
     std::vector<std::unique_ptr<systemstatus>> panels;
-    for (int i = 0; i < 8; ++i)
+    for (int i = 0; i < 4; ++i)
         panels.push_back(std::make_unique<systemstatus>(nullptr));
     const auto allShow = [&] {
         for (const auto& panel : panels) {
