@@ -15,7 +15,8 @@ namespace {
 
 constexpr int tickMs = 1000;
 
-/// A thread that quits ends its event loop only after all ticks that wait, each with its commands.
+/// Whether the worker is to end. Its event loop alone would not see that before all ticks that wait
+/// are served, each with its commands.
 bool isToEnd()
 {
     return QThread::currentThread()->isInterruptionRequested();
@@ -24,7 +25,8 @@ bool isToEnd()
 /// The share of the total in percent, in whole totals: the integer division comes first.
 double shareOf(qint64 total, qint64 bytes)
 {
-    return total > 0 ? static_cast<double>(bytes / total) * 100.0 : 0.0;
+    const qint64 wholeTotals = total > 0 ? bytes / total : 0;
+    return static_cast<double>(wholeTotals) * 100.0;
 }
 
 } // namespace

@@ -82,7 +82,7 @@ QByteArray lineAt(const QByteArray& text, int& position)
 {
     const int end = text.indexOf('\n', position);
     const int stop = end < 0 ? text.size() : end;
-    const QByteArray line = text.mid(position, stop - position);
+    QByteArray line = text.mid(position, stop - position);
     position = stop + 1;
     return line;
 }

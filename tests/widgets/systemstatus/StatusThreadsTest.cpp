@@ -198,9 +198,9 @@ TEST(PanelThreadTest, ManyPanelsMeasureSideBySide)
 {
     FakeTools tools;
     tools.answerAll();
-    std::vector<std::unique_ptr<systemstatus>> panels;
-    for (int i = 0; i < 4; ++i)
-        panels.push_back(std::make_unique<systemstatus>(nullptr));
+    std::vector<std::unique_ptr<systemstatus>> panels(4);
+    for (std::unique_ptr<systemstatus>& panel : panels)
+        panel = std::make_unique<systemstatus>(nullptr);
     const auto allShow = [&] {
         for (const auto& panel : panels) {
             bool shows = false;
