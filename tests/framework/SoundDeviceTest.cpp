@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Reference.h"
+#include "support/SoundServer_linux.h"
 #include "support/TestMedia.h"
 
 #include <rvkpcore/RvAudioTrack.h>
@@ -12,139 +13,21 @@
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <memory>
-#include <vector>
 
 using namespace qrvkp;
 
 namespace {
 
 constexpr int patienceMs = 20000;
-constexpr int rate = 48000;
+constexpr int rate = SoundServer::Rate;
 constexpr int channels = 2;
 constexpr double pi = 3.14159265358979323846;
-
-/// A stretch of sound, of one channel, -1 to 1.
-using Samples = std::vector<double>;
-
-double levelOf(const Samples& samples)
-{
-    double sum = 0.0;
-    for (const double sample : samples)
-        sum += sample * sample;
-    return samples.empty() ? 0.0 : std::sqrt(sum / static_cast<double>(samples.size()));
-}
-
-/// How much of a frequency is in the sound: the amplitude of such a sine.
-double amplitudeAt(const Samples& samples, double frequency)
-{
-    double sine = 0.0;
-    double cosine = 0.0;
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        const double phase = 2 * pi * frequency * static_cast<double>(i) / rate;
-        sine += samples[i] * std::sin(phase);
-        cosine += samples[i] * std::cos(phase);
-    }
-    return 2 * std::hypot(sine, cosine) / static_cast<double>(samples.size());
-}
-
-/// A sound server of the test's own, with a device that nobody hears, and what is played on it.
-///
-/// Started before the process's first look for a device; programs and libraries find the server by
-/// the environment.
-class SoundServer
-{
-public:
-    SoundServer()
-    {
-        for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"})
-            qputenv(name, QFile::encodeName(m_folder.path()));
-        const QString socket = QDir(m_folder.path()).filePath("socket");
-        qputenv("PULSE_SERVER", QFile::encodeName("unix:" + socket));
-        m_server.setProcessChannelMode(QProcess::MergedChannels);
-        m_server.start("pulseaudio",
-                       {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
-                        "--disable-shm=yes", "-L",
-                        "module-native-protocol-unix auth-anonymous=1 socket=" + socket, "-L",
-                        "module-null-sink sink_name=norvel_sink rate=48000"});
-        m_recorder.setProcessChannelMode(QProcess::SeparateChannels);
-    }
-
-    ~SoundServer()
-    {
-        for (QProcess* process : {&m_recorder, &m_server}) {
-            process->terminate();
-            if (!process->waitForFinished(patienceMs))
-                process->kill();
-        }
-    }
-    SoundServer(const SoundServer&) = delete;
-    SoundServer& operator=(const SoundServer&) = delete;
-
-    /// Records all that is played on the device; the first call waits until that is there.
-    testing::AssertionResult record()
-    {
-        if (m_recorder.state() == QProcess::Running)
-            return testing::AssertionSuccess();
-        if (!m_server.waitForStarted(patienceMs))
-            return testing::AssertionFailure() << m_server.errorString().toStdString();
-        const auto isThere = [] {
-            QProcess list;
-            list.start("pactl", {"list", "short", "sinks"});
-            return list.waitForFinished(patienceMs) &&
-                   list.readAllStandardOutput().contains("norvel_sink");
-        };
-        if (!QTest::qWaitFor(isThere, patienceMs))
-            return testing::AssertionFailure() << m_server.readAll().toStdString();
-        m_recorder.start("parec", {"--device=norvel_sink.monitor", "--format=s16le", "--rate=48000",
-                                   "--channels=2", "--latency-msec=20"});
-        if (!QTest::qWaitFor([this] { return recorded() > 0; }, patienceMs))
-            return testing::AssertionFailure() << m_recorder.readAllStandardError().toStdString();
-        return testing::AssertionSuccess();
-    }
-
-    /// The frames that were recorded so far.
-    std::size_t recorded()
-    {
-        m_bytes += m_recorder.readAllStandardOutput();
-        return static_cast<std::size_t>(m_bytes.size()) / (channels * sizeof(qint16));
-    }
-
-    /// What was recorded between two frames, on the left channel.
-    Samples sound(std::size_t from, std::size_t to) const
-    {
-        Samples samples;
-        for (std::size_t frame = from; frame < to; ++frame) {
-            qint16 value;
-            std::memcpy(&value, m_bytes.constData() + frame * channels * sizeof value,
-                        sizeof value);
-            samples.push_back(value / 32768.0);
-        }
-        return samples;
-    }
-
-    /// Waits until that many frames more are recorded, and gives them.
-    Samples next(std::size_t frames)
-    {
-        const std::size_t from = recorded();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return recorded() >= from + frames; }, patienceMs));
-        return sound(from, std::min(from + frames, recorded()));
-    }
-
-private:
-    const QTemporaryDir m_folder;
-    QProcess m_server;
-    QProcess m_recorder;
-    QByteArray m_bytes;
-};
 
 /// A player that plays a tone of 440 Hz for 4 s and then one of 1000 Hz for 4 s.
 class SoundDeviceTest : public testing::Test
@@ -190,7 +73,8 @@ protected:
         return QTest::qWaitFor(
             [&] {
                 const Samples samples = server().next(4800);
-                return amplitudeAt(samples, frequency) > 0.9 * std::sqrt(2.0) * levelOf(samples) &&
+                return amplitudeAt(samples, frequency, rate) >
+                           0.9 * std::sqrt(2.0) * levelOf(samples) &&
                        levelOf(samples) > 0.05;
             },
             patienceMs);
@@ -242,7 +126,7 @@ TEST_F(SoundDeviceTest, PlaysATonePureAndAtItsLevelAndIsSilentWhenPaused)
     m_player->start();
     ASSERT_TRUE(hears(440.0));
     const Samples samples = server().next(rate);
-    EXPECT_NEAR(amplitudeAt(samples, 440.0), 0.5, 0.01);
+    EXPECT_NEAR(amplitudeAt(samples, 440.0, rate), 0.5, 0.01);
     EXPECT_NEAR(levelOf(samples), 0.5 / std::sqrt(2.0), 0.01) << "nothing but the tone";
     const std::size_t before = server().recorded();
     m_player->pause();
@@ -283,7 +167,7 @@ TEST_F(SoundDeviceTest, HearsWhatThePositionSaysAfterASeek)
     const auto isHigh = [&] {
         const Samples samples = server().next(960);
         position = m_player->getCurrentPosition();
-        return amplitudeAt(samples, 1000.0) > 0.25;
+        return amplitudeAt(samples, 1000.0, rate) > 0.25;
     };
     ASSERT_TRUE(QTest::qWaitFor(isHigh, patienceMs));
     EXPECT_NEAR(static_cast<double>(position), static_cast<double>(LowMs), 200.0);
