@@ -33,4 +33,5 @@
 #include <norvel/widgets/mask/RvTrackMaskWidget.h>
 #include <norvel/widgets/player/QLabComparePlayer.h>
 #include <norvel/widgets/player/QLabPlayer.h>
+#include <norvel/widgets/recorder/RecorderWgt.h>
 #include <norvel/widgets/systemstatus/systemstatus.h>

@@ -5,6 +5,7 @@
 
 #include "Editor.h"
 #include "PlayerScreens.h"
+#include "RecorderScreens.h"
 #include "SamplePictures.h"
 #include "StatusScreens.h"
 
@@ -151,6 +152,8 @@ const std::vector<Screenshot>& screenshots()
                                              {"touch-mask-view", touchMaskView},
                                              {"simple-player", simplePlayer},
                                              {"compare-player", comparePlayer},
+                                             {"recorder-idle", RecorderScreens::idle},
+                                             {"recorder-recording", RecorderScreens::recording},
                                              {"system-status", StatusScreens::collapsed},
                                              {"system-status-details", StatusScreens::expanded}};
     return all;

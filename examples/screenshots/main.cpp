@@ -14,6 +14,8 @@ int main(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    // For style sheets that have pictures of several sizes.
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const QApplication application(argc, argv);
     // The players tell what they do.
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));

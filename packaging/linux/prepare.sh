@@ -9,7 +9,11 @@ norvel_packages=(
     ccache
     cmake
     ffmpeg
+    fonts-noto-cjk
     g++
+    gstreamer1.0-plugins-bad
+    gstreamer1.0-plugins-base
+    gstreamer1.0-plugins-good
     libavfilter-dev
     libavformat-dev
     libgtest-dev

@@ -30,7 +30,8 @@ std::string takeLine(std::string& text)
 bool isComment(const std::string& line, const std::string& content)
 {
     return line.compare(0, 3 + content.size(), "// " + content) == 0 ||
-           line.compare(0, 2 + content.size(), "# " + content) == 0;
+           line.compare(0, 2 + content.size(), "# " + content) == 0 ||
+           line.compare(0, 5 + content.size(), "<!-- " + content) == 0;
 }
 
 bool isOutsideTheSources(const fs::path& folder)
@@ -70,8 +71,8 @@ std::vector<std::string> filesBelow(const fs::path& root)
 
 bool needsLicenceLines(const std::string& name)
 {
-    static const std::set<std::string> extensions{".h",  ".cpp", ".cmake", ".in",
-                                                  ".sh", ".awk", ".supp",  ".qrc"};
+    static const std::set<std::string> extensions{".h",   ".cpp",  ".cmake", ".in", ".sh",
+                                                  ".awk", ".supp", ".qrc",   ".svg"};
     const fs::path path(name);
     return extensions.count(path.extension().string()) != 0 ||
            path.filename() == "CMakeLists.txt" || name == ".ci/run";

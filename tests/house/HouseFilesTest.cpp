@@ -24,8 +24,9 @@ bool contains(const std::vector<std::string>& names, const std::string& name)
 
 TEST(LicenceLinesTest, AreAskedOfSourcesAndScripts)
 {
-    for (const char* name : {"norvel/global.h", "CMakeLists.txt", "tests/CMakeLists.txt",
-                             "cmake/X.cmake", "cmake/package.pc.in", "run.sh", ".ci/run"})
+    for (const char* name :
+         {"norvel/global.h", "CMakeLists.txt", "tests/CMakeLists.txt", "cmake/X.cmake",
+          "cmake/package.pc.in", "run.sh", ".ci/run", "resources/x.qrc", "resources/x.svg"})
         EXPECT_TRUE(needsLicenceLines(name)) << name;
     for (const char* name : {"README.md", "CMakePresets.json", "LICENSE"})
         EXPECT_FALSE(needsLicenceLines(name)) << name;
@@ -36,7 +37,10 @@ TEST(LicenceLinesTest, AreTheFirstTwoAfterTheInterpreter)
     const std::string cpp = "// SPDX-FileCopyrightText: 2026 X\n// SPDX-License-Identifier: MIT\n";
     const std::string script = "# SPDX-FileCopyrightText: 2026 X\n# SPDX-License-Identifier: MIT\n";
     EXPECT_TRUE(hasLicenceLines(cpp));
+    const std::string xml = "<!-- SPDX-FileCopyrightText: 2026 X -->\n"
+                            "<!-- SPDX-License-Identifier: MIT -->\n";
     EXPECT_TRUE(hasLicenceLines("#!/bin/sh\n" + script));
+    EXPECT_TRUE(hasLicenceLines(xml + "<RCC>"));
 
     EXPECT_FALSE(hasLicenceLines(""));
     EXPECT_FALSE(hasLicenceLines("\n" + cpp));

@@ -71,9 +71,10 @@ testing::AssertionResult SoundServer::play(int frequency)
     const auto ready = isReady();
     if (!ready)
         return ready;
-    const QString tone = QString("aevalsrc=0.5*sin(2*PI*%1*t):s=%2").arg(frequency).arg(Rate);
-    m_player.start("ffmpeg", {"-v", "error", "-nostdin", "-f", "lavfi", "-i", tone, "-ac", "2",
-                              "-f", "pulse", "-device", "norvel_sink", "tone"});
+    const QString sine = QString("0.5*sin(2*PI*%1*t)").arg(frequency);
+    const QString tone = QString("aevalsrc=%1|%1:s=%2").arg(sine).arg(Rate);
+    m_player.start("ffmpeg", {"-v", "error", "-nostdin", "-f", "lavfi", "-i", tone, "-f", "pulse",
+                              "-device", "norvel_sink", "tone"});
     if (!QTest::qWaitFor([] { return isListed("sink-inputs", "s16le 2ch"); }, patienceMs))
         return testing::AssertionFailure() << m_player.readAllStandardError().toStdString();
     return testing::AssertionSuccess();

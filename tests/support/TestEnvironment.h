@@ -29,6 +29,20 @@ private:
     QString m_text;
 };
 
+/// Expects Qt warnings that begin with this text during its life, one at least, and keeps them from
+/// failing the test: for what others warn of, who do not always do so as many times.
+class ExpectedWarnings
+{
+public:
+    explicit ExpectedWarnings(const QString& beginning);
+    ~ExpectedWarnings();
+    ExpectedWarnings(const ExpectedWarnings&) = delete;
+    ExpectedWarnings& operator=(const ExpectedWarnings&) = delete;
+
+private:
+    QString m_beginning;
+};
+
 /// Takes objects that a test leaks on purpose out of the count: the test says how many and why.
 class DeliberateLeak
 {

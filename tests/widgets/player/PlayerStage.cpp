@@ -3,8 +3,6 @@
 
 #include "PlayerStage.h"
 
-#include <QMetaMethod>
-
 void PlayerStage::showWindow(const QSize& size)
 {
     window->resize(size);
@@ -37,12 +35,4 @@ void PlayerStage::drag(QWidget& widget, const QPoint& from, const QPoint& to)
     press(widget, from);
     move(widget, to);
     release(widget, to);
-}
-
-std::vector<std::string> ownMethods(const QMetaObject& metaObject)
-{
-    std::vector<std::string> methods;
-    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i)
-        methods.push_back(metaObject.method(i).methodSignature().toStdString());
-    return methods;
 }

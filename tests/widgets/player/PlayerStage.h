@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "widgets/support/OwnMethods.h"
+
 #include <rvkpcore/RvKpApplication.h>
 
 #include <gtest/gtest.h>
@@ -12,8 +14,6 @@
 #include <QWidget>
 
 #include <memory>
-#include <string>
-#include <vector>
 
 /// A host with an application and a window, in which the widget under test is shown as a child that
 /// no layout resizes. The mouse moves on the window: its events take the way of real ones.
@@ -39,6 +39,3 @@ protected:
     qrvkp::RvKpApplication application;
     std::unique_ptr<QWidget> window = std::make_unique<QWidget>();
 };
-
-/// The names of a class's own signals and slots, by their index.
-std::vector<std::string> ownMethods(const QMetaObject& metaObject);

@@ -1,55 +1,19 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
+#include "widgets/support/ProgramRun.h"
+
 #include <gtest/gtest.h>
 
 #include <QDir>
 #include <QFile>
 #include <QImage>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
-#include <algorithm>
 #include <cstdlib>
 
 namespace {
-
-struct Output
-{
-    int exitCode = -1;
-    QStringList lines;
-    QStringList errors;
-};
-
-QStringList linesOf(const QByteArray& text)
-{
-    return QString::fromUtf8(text).split('\n', Qt::SkipEmptyParts);
-}
-
-Output run(const QString& program, const QStringList& arguments, const QString& scaleFactor = {})
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("QT_QPA_PLATFORM", "offscreen");
-    environment.remove("QT_SCALE_FACTOR");
-    environment.remove("RVKP_TRACE");
-    if (!scaleFactor.isNull())
-        environment.insert("QT_SCALE_FACTOR", scaleFactor);
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.start(program, arguments, QIODevice::ReadOnly);
-    EXPECT_TRUE(process.waitForFinished(120000)) << process.errorString().toStdString();
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    QStringList errors = linesOf(process.readAllStandardError());
-    // What a machine without a sound server or a login is told about is none of our business.
-    errors.removeAll("PulseAudioService: pa_context_connect() failed");
-    errors.erase(std::remove_if(errors.begin(), errors.end(),
-                                [](const QString& line) {
-                                    return line.startsWith("QStandardPaths: XDG_RUNTIME_DIR");
-                                }),
-                 errors.end());
-    return {process.exitCode(), linesOf(process.readAllStandardOutput()), errors};
-}
 
 QString textOf(const QString& path)
 {
@@ -128,7 +92,7 @@ TEST(WidgetHostTest, AMapWithoutAViewDoesNothing)
 TEST(ScreenshotsTest, AreMadeForAllPicturesOfTheDocuments)
 {
     const QStringList shown = shownPictures(textOf(docs + "/widgets.md"));
-    ASSERT_EQ(shown.size(), 9);
+    ASSERT_EQ(shown.size(), 11);
     QTemporaryDir folder;
     const Output output = run(NORVEL_SCREENSHOTS, {folder.path()});
     EXPECT_EQ(output.exitCode, 0);

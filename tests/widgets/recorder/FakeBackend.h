@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QAudioBuffer>
+#include <QAudioEncoderSettings>
+#include <QMediaRecorder>
+#include <QStringList>
+#include <QUrl>
+#include <QVideoEncoderSettings>
+
+/// The platform's recorder as the tests want it: a backend of Qt Multimedia that records nothing,
+/// offers what a test says and keeps what is asked of it.
+///
+/// It is a static plugin, and the only one that is found: the program's plugin folders are taken
+/// away with the first look at it, which must come before the first recorder is made.
+struct FakeBackend
+{
+    /// The one that all recorders of the program talk to.
+    static FakeBackend& instance();
+
+    /// Shows a buffer to all probes.
+    void probe(const QAudioBuffer& buffer) const;
+    /// The state, as if the backend had changed it by itself.
+    void setState(QMediaRecorder::State state);
+
+    QStringList inputs{"front", "rear"};
+    QString defaultInput = "rear";
+    QStringList codecs{"audio/amr"};
+
+    QString activeInput;
+    int inputLookups = 0;
+    QAudioEncoderSettings audio;
+    QVideoEncoderSettings video;
+    QString container = "as it was";
+    QUrl location;
+    QMediaRecorder::State state = QMediaRecorder::StoppedState;
+    /// What was done to the recorder and its settings, in order: "audio", "video", "container",
+    /// "location", and "record (codec)", "pause" and "stop".
+    QStringList calls;
+};

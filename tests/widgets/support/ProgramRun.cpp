@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The norvel developers
+// SPDX-License-Identifier: MIT
+
+#include "widgets/support/ProgramRun.h"
+
+#include <gtest/gtest.h>
+
+#include <QProcess>
+
+#include <algorithm>
+
+namespace {
+
+QStringList linesOf(const QByteArray& text)
+{
+    return QString::fromUtf8(text).split('\n', Qt::SkipEmptyParts);
+}
+
+/// What a machine without a sound server, a login or a window manager is told about.
+bool isAboutTheMachine(const QString& line)
+{
+    return line == "PulseAudioService: pa_context_connect() failed" ||
+           line == "This plugin does not support propagateSizeHints()" ||
+           line.startsWith("QStandardPaths: XDG_RUNTIME_DIR");
+}
+
+} // namespace
+
+Output run(const QString& program, const QStringList& arguments, const QString& scaleFactor)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_QPA_PLATFORM", "offscreen");
+    environment.remove("QT_SCALE_FACTOR");
+    environment.remove("RVKP_TRACE");
+    if (!scaleFactor.isNull())
+        environment.insert("QT_SCALE_FACTOR", scaleFactor);
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(program, arguments, QIODevice::ReadOnly);
+    EXPECT_TRUE(process.waitForFinished(120000)) << process.errorString().toStdString();
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    QStringList errors = linesOf(process.readAllStandardError());
+    errors.erase(std::remove_if(errors.begin(), errors.end(), isAboutTheMachine), errors.end());
+    return {process.exitCode(), linesOf(process.readAllStandardOutput()), errors};
+}
