@@ -40,7 +40,7 @@ bool TourDocuments::prepare()
     // The first document as well as any shows whether documents can be written; one from an
     // earlier tour keeps its content until then.
     const fs::path first = documentPath(m_folder, 1);
-    return std::ofstream(first, std::ios::app).is_open() || fail(first.u8string());
+    return std::ofstream(first, std::ios::app).is_open() || fail(first.generic_u8string());
 }
 
 bool TourDocuments::write(int step, const std::string& text)
@@ -51,7 +51,7 @@ bool TourDocuments::write(int step, const std::string& text)
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file << text;
     file.close();
-    return file.good() || fail(path.u8string());
+    return file.good() || fail(path.generic_u8string());
 }
 
 bool TourDocuments::fail(const std::string& path)

@@ -5,11 +5,6 @@
 
 #include <QString>
 
-#ifndef Q_OS_WIN
-#include <fcntl.h>
-#include <unistd.h>
-#endif
-
 namespace fs = std::filesystem;
 
 namespace rvengine {
@@ -19,17 +14,6 @@ namespace {
 bool isUtf8(const std::string& text)
 {
     return QString::fromStdString(text).toStdString() == text;
-}
-
-/// Whether the process may read the file, by the rights that opening it is judged by.
-bool mayRead(const fs::path& path)
-{
-#ifdef Q_OS_WIN
-    QFile file;
-    return openForReading(file, path);
-#else
-    return ::faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) == 0;
-#endif
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <QFile>
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -14,6 +15,24 @@ namespace rvengine {
 /// The absolute path of the regular file that the UTF-8 `path` names and this process may read, or
 /// nothing. Devices, pipes and directories are refused without being opened.
 std::optional<std::filesystem::path> readableFile(const std::string& path);
+
+/// Whether the process may read the file, by the rights that opening it is judged by.
+bool mayRead(const std::filesystem::path& path);
+
+/// What tells one state of a file from the next.
+struct FileStamp
+{
+    std::uintmax_t size = 0;   ///< bytes
+    std::int64_t modified = 0; ///< in the finest ticks that the system keeps
+
+    bool operator==(const FileStamp& other) const
+    {
+        return size == other.size && modified == other.modified;
+    }
+};
+
+/// The stamp of the file at an absolute path, or nothing where there is none.
+std::optional<FileStamp> stampOf(const std::filesystem::path& path);
 
 /// Opens `file` for reading at the absolute `path`; false when that fails.
 bool openForReading(QFile& file, const std::filesystem::path& path);

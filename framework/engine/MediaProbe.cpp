@@ -7,33 +7,19 @@
 #include "PictureProbe.h"
 #include "StreamProbe.h"
 
-#include <cstdint>
-
 namespace fs = std::filesystem;
 
 namespace rvengine {
 
-/// What tells one state of a file from the next.
-struct MediaProbe::Stamp
-{
-    std::uintmax_t size = 0;
-    fs::file_time_type modified;
-
-    bool operator==(const Stamp& other) const
-    {
-        return size == other.size && modified == other.modified;
-    }
-};
-
 /// A measurement of one state of a file: made by the first that asks, awaited by the others.
 struct MediaProbe::Entry
 {
-    explicit Entry(const Stamp& fileStamp)
+    explicit Entry(const FileStamp& fileStamp)
         : stamp(fileStamp)
     {
     }
 
-    const Stamp stamp;
+    const FileStamp stamp;
     std::once_flag measured;
     std::optional<MediaInfo> info;
 };
@@ -64,13 +50,11 @@ std::optional<MediaInfo> MediaProbe::probe(const std::string& path, MediaKind ki
     const std::optional<fs::path> file = readableFile(path);
     if (!file)
         return std::nullopt;
-    std::error_code sizeError;
-    std::error_code timeError;
-    const Stamp stamp{fs::file_size(*file, sizeError), fs::last_write_time(*file, timeError)};
-    if (sizeError || timeError || stamp.size == 0)
+    const std::optional<FileStamp> stamp = stampOf(*file);
+    if (!stamp || stamp->size == 0)
         return std::nullopt;
 
-    const std::shared_ptr<Entry> entry = entryFor({file->u8string(), kind}, stamp);
+    const std::shared_ptr<Entry> entry = entryFor({file->u8string(), kind}, *stamp);
     std::call_once(entry->measured, [&] {
         ++m_probedCount;
         entry->info = measure(*file, kind);
@@ -83,7 +67,7 @@ std::size_t MediaProbe::probedCount() const
     return m_probedCount;
 }
 
-std::shared_ptr<MediaProbe::Entry> MediaProbe::entryFor(const Key& key, const Stamp& stamp)
+std::shared_ptr<MediaProbe::Entry> MediaProbe::entryFor(const Key& key, const FileStamp& stamp)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     const auto known = m_entries.find(key);

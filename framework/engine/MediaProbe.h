@@ -15,6 +15,8 @@
 
 namespace rvengine {
 
+struct FileStamp;
+
 /// What a file is asked to be.
 enum class MediaKind {
     Video,   ///< moving pictures, with or without sound
@@ -66,10 +68,9 @@ public:
 
 private:
     struct Entry;
-    struct Stamp;
     using Key = std::pair<std::string, MediaKind>;
 
-    std::shared_ptr<Entry> entryFor(const Key& key, const Stamp& stamp);
+    std::shared_ptr<Entry> entryFor(const Key& key, const FileStamp& stamp);
 
     const std::size_t m_capacity;
     std::mutex m_mutex;

@@ -15,6 +15,12 @@ namespace {
 constexpr quint32 magic = 0x524c5146; // "RLQF"
 constexpr qint32 fileVersion = 1;
 
+/// Whether a folder can have this name at all.
+bool isFolderName(const std::string& folder)
+{
+    return !folder.empty() && folder.find('\0') == std::string::npos;
+}
+
 QString filePath(const std::string& folder)
 {
     return QDir(QString::fromLocal8Bit(folder.data(), static_cast<int>(folder.size())))
@@ -62,7 +68,7 @@ bool writeStrokes(QFile& file, const LiquifyStrokes& strokes)
 
 bool saveStrokes(const std::string& folder, const LiquifyStrokes& strokes)
 {
-    if (folder.empty())
+    if (!isFolderName(folder))
         return false;
     const QString path = filePath(folder);
     // Not QSaveFile: it waits for the disk, and a cache that is written with every edit need not
@@ -79,8 +85,10 @@ bool saveStrokes(const std::string& folder, const LiquifyStrokes& strokes)
 
 std::optional<LiquifyStrokes> loadStrokes(const std::string& folder)
 {
+    if (!isFolderName(folder))
+        return std::nullopt;
     QFile file(filePath(folder));
-    if (folder.empty() || !file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
     QDataStream stream(&file);
     stream.setVersion(QDataStream::Qt_5_15);

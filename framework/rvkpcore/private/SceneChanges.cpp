@@ -57,7 +57,7 @@ void SceneWatch::disarm()
         --armedSceneWatches;
 }
 
-void tellSceneWatches()
+void SceneWatch::tellArmed()
 {
     const std::lock_guard lock(watches().mutex);
     for (SceneWatch* watch : watches().all) {

@@ -10,9 +10,6 @@
 
 namespace qrvkp {
 
-/// Tells the armed watches, which then sleep.
-RVKPCORE_EXPORT void tellSceneWatches();
-
 /// Hears that something which a player may show was changed.
 ///
 /// A watch hears of the first change after it was armed and sleeps until it is armed again, so that
@@ -31,9 +28,10 @@ public:
     /// Sleeps from now on, whatever changes.
     void disarm();
 
-private:
-    friend void tellSceneWatches();
+    /// Tells the armed watches, which then sleep.
+    RVKPCORE_EXPORT static void tellArmed();
 
+private:
     const std::function<void()> m_changed;
     bool m_armed = false;
 };
@@ -46,7 +44,7 @@ RVKPCORE_EXPORT extern std::atomic<int> armedSceneWatches;
 inline void sceneChanged()
 {
     if (armedSceneWatches.load(std::memory_order_relaxed) > 0)
-        tellSceneWatches();
+        SceneWatch::tellArmed();
 }
 
 } // namespace qrvkp
