@@ -23,13 +23,16 @@ QAudioEncoderSettings norvel::offeredEncoding(const QAudioEncoderSettings& wante
 {
     if (offeredCodecs.contains(wanted.codec()))
         return wanted;
+    const QString wideBand = nameBeginning(offeredCodecs, QStringLiteral("audio/amr-wb"));
+    const QString amr = nameBeginning(offeredCodecs, QStringLiteral("audio/amr"));
+    // The rest of what is wanted is no good to other codecs: Qt's backend for Windows divides by
+    // it.
+    if (amr.isEmpty())
+        return {};
     QAudioEncoderSettings settings = wanted;
     settings.setBitRate(-1);
-    settings.setCodec(nameBeginning(offeredCodecs, QStringLiteral("audio/amr-wb")));
-    if (settings.codec().isEmpty()) {
-        settings.setCodec(nameBeginning(offeredCodecs, QStringLiteral("audio/amr")));
-        if (!settings.codec().isEmpty())
-            settings.setSampleRate(8000);
-    }
+    settings.setCodec(wideBand.isEmpty() ? amr : wideBand);
+    if (wideBand.isEmpty())
+        settings.setSampleRate(8000);
     return settings;
 }
