@@ -34,6 +34,9 @@ function(norvel_setup_library name)
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR}
         EXPORT_NAME ${name})
+    if(WIN32)
+        set_target_properties(${name} PROPERTIES PREFIX "") # norvel.dll, with every compiler
+    endif()
     target_include_directories(${name} PUBLIC
         "$<BUILD_INTERFACE:${ARG_INCLUDE_ROOT}>"
         "$<BUILD_INTERFACE:${generated}>"

@@ -1,23 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/MediaProbe.h>
+#include "MediaProbeFixture.h"
+#include "support/TestMedia.h"
 
 #include <gtest/gtest.h>
 
-#include "support/TestMedia.h"
-
+#include <QDateTime>
 #include <QDir>
-#include <QTemporaryDir>
+#include <QFile>
 
 #include <atomic>
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <sys/stat.h>
 #include <thread>
-#include <unistd.h>
 #include <vector>
 
 using rvengine::MediaKind;
@@ -25,58 +22,29 @@ using rvengine::MediaProbe;
 
 namespace {
 
-constexpr MediaKind AllKinds[] = {MediaKind::Video, MediaKind::Picture, MediaKind::Sound};
-
-/// What the probe does with any file under either engine: which files it opens and what it keeps in
-/// memory. The media are pictures, which both engines measure.
-class MediaProbeTest : public testing::Test
+/// Gives a file the modification time of a moment long ago.
+void age(const std::string& path, int milliseconds = 0)
 {
-protected:
-    QString folder() const { return m_folder.path(); }
+    const QDateTime moment(QDate(2020, 2, 29), QTime(12, 34, 56, 789));
+    QFile file(QString::fromStdString(path));
+    EXPECT_TRUE(file.open(QIODevice::ReadWrite));
+    EXPECT_TRUE(file.setFileTime(moment.addMSecs(milliseconds), QFileDevice::FileModificationTime));
+}
 
-    int width(const std::string& path)
-    {
-        const auto info = m_probe.probe(path, MediaKind::Picture);
-        return info ? info->width : -1;
-    }
-
-    void expectNothing(const std::string& path)
-    {
-        for (const MediaKind kind : AllKinds)
-            EXPECT_FALSE(m_probe.probe(path, kind)) << path << " as " << static_cast<int>(kind);
-    }
-
-    QTemporaryDir m_folder;
-    MediaProbe m_probe;
-};
-
-/// The process has the rights of nobody while an object of this lives, if it was root before.
-class ScopedNobody
+/// A picture of 120 x 80 that is old.
+std::string oldPicture(const QString& folder)
 {
-public:
-    ScopedNobody() { change(Nobody); }
-    ~ScopedNobody() { change(0); }
+    const std::string path = TestMedia::picture(folder, "a.png", 120, 80);
+    age(path);
+    return path;
+}
 
-private:
-    static constexpr uid_t Nobody = 65534;
-
-    void change(uid_t user)
-    {
-        if (m_wasRoot) {
-            EXPECT_EQ(seteuid(user), 0);
-        }
-    }
-
-    const bool m_wasRoot = geteuid() == 0;
-};
-
-/// Writes other content into a file and gives it its modification time back.
+/// Writes other content into an old file, which looks as old as before.
 void replaceUnnoticed(const std::string& path, const QByteArray& content)
 {
-    const auto time = std::filesystem::last_write_time(path);
     std::ofstream(path, std::ios::binary | std::ios::trunc)
         .write(content.constData(), content.size());
-    std::filesystem::last_write_time(path, time);
+    age(path);
 }
 
 /// Runs `work` in four threads that start together.
@@ -108,17 +76,8 @@ TEST_F(MediaProbeTest, RefusesWhatIsNoFile)
     expectNothing("");
     expectNothing((folder() + "/missing.mp4").toStdString());
     expectNothing(folder().toStdString());
-    expectNothing("/dev/zero");
     expectNothing(std::string(10000, 'x'));
     EXPECT_EQ(m_probe.probedCount(), 0U);
-}
-
-TEST_F(MediaProbeTest, RefusesANamedPipeWithoutWaitingForAWriter)
-{
-    const std::string path = (folder() + "/pipe.mp4").toStdString();
-    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
-
-    expectNothing(path);
 }
 
 TEST_F(MediaProbeTest, RefusesAPathThatIsNoUtf8Text)
@@ -141,27 +100,11 @@ TEST_F(MediaProbeTest, RefusesAnEmptyFile)
     expectNothing(TestMedia::file(folder(), "a.wav", {}));
 }
 
-TEST_F(MediaProbeTest, RefusesAFileWithoutReadPermissionUntilItHasIt)
-{
-    const std::string path = TestMedia::picture(folder(), "a.png", 120, 80);
-    namespace fs = std::filesystem;
-    fs::permissions(folder().toStdString(), fs::perms(0755));
-    fs::permissions(path, fs::perms::none);
-    {
-        const ScopedNobody nobody;
-        expectNothing(path);
-    }
-    fs::permissions(path, fs::perms(0644));
-    const ScopedNobody nobody;
-    EXPECT_EQ(width(path), 120);
-}
-
 TEST_F(MediaProbeTest, TakesAnyNameForALocalFile)
 {
     const std::string source = TestMedia::picture(folder(), "a.png", 120, 80);
     for (const char* name :
-         {"视频 文件.png", "a:b.png", "file:a.png", "concat:a.png", "pipe:0", "qrc:a.png", ":a.png",
-          "a%03d.png", "a?b=c.png", "a#b&c.png", "a\\?b.png", "-", "~.png", "\xef\xbf\xbd.png"})
+         {"视频 文件.png", "a%03d.png", "a#b&c.png", "-", "~.png", "\xef\xbf\xbd.png"})
         EXPECT_EQ(width(TestMedia::copy(source, folder(), name)), 120) << name;
 }
 
@@ -169,30 +112,31 @@ TEST_F(MediaProbeTest, FindsAFileWhoseNameIsNotInComposedForm)
 {
     const std::string source = TestMedia::picture(folder(), "a.png", 120, 80);
     const std::string decomposed = (folder() + "/").toStdString() + "e\xcc\x81.png";
-    std::filesystem::copy_file(source, decomposed);
+    const auto decomposedPath = std::filesystem::u8path(decomposed);
+    std::filesystem::copy_file(source, decomposedPath);
 
     EXPECT_EQ(width(decomposed), 120);
-    std::filesystem::remove(decomposed); // QTemporaryDir cannot remove a file of such a name.
+    std::filesystem::remove(decomposedPath); // QTemporaryDir cannot remove a file of such a name.
 }
 
 TEST_F(MediaProbeTest, ReadsARelativePathFromTheWorkingDirectoryOfTheCall)
 {
     ASSERT_TRUE(QDir(folder()).mkdir("other"));
-    TestMedia::picture(folder(), "a:b.png", 120, 80);
-    TestMedia::picture(folder() + "/other", "a:b.png", 60, 40);
+    TestMedia::picture(folder(), "a.png", 120, 80);
+    TestMedia::picture(folder() + "/other", "a.png", 60, 40);
     const QString before = QDir::currentPath();
 
     QDir::setCurrent(folder());
-    EXPECT_EQ(width("a:b.png"), 120);
+    EXPECT_EQ(width("a.png"), 120);
     QDir::setCurrent(folder() + "/other");
-    EXPECT_EQ(width("a:b.png"), 60);
+    EXPECT_EQ(width("a.png"), 60);
 
     QDir::setCurrent(before);
 }
 
 TEST_F(MediaProbeTest, OpensAFileOnce)
 {
-    const std::string path = TestMedia::picture(folder(), "a.png", 120, 80);
+    const std::string path = oldPicture(folder());
     EXPECT_EQ(width(path), 120);
     replaceUnnoticed(path, QByteArray(TestMedia::content(path).size(), 'x'));
 
@@ -205,6 +149,7 @@ TEST_F(MediaProbeTest, RemembersAFailure)
 {
     const QByteArray picture = TestMedia::content(TestMedia::picture(folder(), "a.png", 120, 80));
     const std::string path = TestMedia::file(folder(), "b.png", QByteArray(picture.size(), 'x'));
+    age(path);
     EXPECT_EQ(width(path), -1);
     replaceUnnoticed(path, picture);
 
@@ -215,11 +160,10 @@ TEST_F(MediaProbeTest, RemembersAFailure)
 
 TEST_F(MediaProbeTest, OpensAFileAgainWhenItsTimeChanged)
 {
-    const std::string path = TestMedia::picture(folder(), "a.png", 120, 80);
+    const std::string path = oldPicture(folder());
     EXPECT_EQ(width(path), 120);
     replaceUnnoticed(path, QByteArray(TestMedia::content(path).size(), 'x'));
-    const auto time = std::filesystem::last_write_time(path);
-    std::filesystem::last_write_time(path, time + std::chrono::milliseconds(10));
+    age(path, 10);
 
     EXPECT_EQ(width(path), -1);
     EXPECT_EQ(m_probe.probedCount(), 2U);
@@ -227,7 +171,7 @@ TEST_F(MediaProbeTest, OpensAFileAgainWhenItsTimeChanged)
 
 TEST_F(MediaProbeTest, OpensAFileAgainWhenItsSizeChanged)
 {
-    const std::string path = TestMedia::picture(folder(), "a.png", 120, 80);
+    const std::string path = oldPicture(folder());
     const QByteArray other = TestMedia::content(TestMedia::picture(folder(), "b.png", 640, 360));
     EXPECT_EQ(width(path), 120);
     replaceUnnoticed(path, other);

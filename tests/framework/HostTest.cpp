@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "SampleMedia.h"
+#include "support/OutputLines.h"
 
 #include <gtest/gtest.h>
 
@@ -17,11 +18,6 @@ struct Output
     QStringList errors;
 };
 
-QStringList linesOf(const QByteArray& text)
-{
-    return QString::fromUtf8(text).split('\n', Qt::SkipEmptyParts);
-}
-
 /// Runs a host to its end, with this value of RVKP_TRACE; none when it is null.
 Output runHost(const QStringList& arguments, const QString& trace = {})
 {
@@ -35,10 +31,10 @@ Output runHost(const QStringList& arguments, const QString& trace = {})
     EXPECT_TRUE(process.waitForFinished(60000)) << process.errorString().toStdString();
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(process.exitCode(), 0);
-    QStringList errors = linesOf(process.readAllStandardError());
+    QStringList errors = outputLines(process.readAllStandardError());
     // A machine without a sound server is told about by Qt's plugin for it.
     errors.removeAll("PulseAudioService: pa_context_connect() failed");
-    return {linesOf(process.readAllStandardOutput()), errors};
+    return {outputLines(process.readAllStandardOutput()), errors};
 }
 
 } // namespace

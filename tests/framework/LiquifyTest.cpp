@@ -14,7 +14,6 @@
 #include <QTemporaryDir>
 
 #include <cmath>
-#include <filesystem>
 #include <limits>
 #include <string>
 #include <vector>
@@ -326,12 +325,14 @@ TEST_F(LiquifyFileTest, FoldersAreNamedInTheLocalEncoding)
     for (const char* encoding : {"UTF-8", "GB18030"}) {
         SCOPED_TRACE(encoding);
         const ScopedPathEncoding scope(encoding);
-        const std::string below = folder() + '/' + name.toLocal8Bit().toStdString();
-        ASSERT_TRUE(std::filesystem::create_directory(below));
+        QDir whole(m_folder.path());
+        ASSERT_TRUE(whole.mkdir(name));
+        ASSERT_TRUE(whole.cd(name));
+        const std::string below = whole.path().toLocal8Bit().toStdString();
         EXPECT_TRUE(paintedTrack()->saveLiquifyConfig(below));
-        EXPECT_FALSE(std::filesystem::is_empty(below));
+        EXPECT_FALSE(whole.isEmpty());
         EXPECT_TRUE(m_loaded->loadLiquifyConfig(below));
         EXPECT_TRUE(same(m_loaded->getConfirmedOperations(), {stroke(1), oddStroke()}));
-        std::filesystem::remove_all(below);
+        EXPECT_TRUE(whole.removeRecursively());
     }
 }

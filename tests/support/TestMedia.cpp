@@ -9,6 +9,7 @@
 #include <QProcess>
 
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -192,7 +193,7 @@ std::string TestMedia::soundWithCover(const QString& folder, const QString& name
 std::string TestMedia::file(const QString& folder, const QString& name, const QByteArray& content)
 {
     const std::string path = QDir(folder).filePath(name).toStdString();
-    std::ofstream stream(path, std::ios::binary | std::ios::trunc);
+    std::ofstream stream(std::filesystem::u8path(path), std::ios::binary | std::ios::trunc);
     stream.write(content.constData(), content.size());
     stream.close();
     if (!stream) {
@@ -217,7 +218,7 @@ std::string TestMedia::truncated(const std::string& source, const QString& folde
 
 QByteArray TestMedia::content(const std::string& path)
 {
-    std::ifstream stream(path, std::ios::binary);
+    std::ifstream stream(std::filesystem::u8path(path), std::ios::binary);
     EXPECT_TRUE(stream.is_open()) << "cannot read " << path;
     const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
     return QByteArray::fromStdString(bytes);

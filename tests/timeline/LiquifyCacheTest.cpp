@@ -1,9 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include "timeline/KindSamples.h"
-#include "timeline/LiveTimeline.h"
-#include "timeline/ScopedPathEncoding.h"
+#include "timeline/LiquifyCacheFixture.h"
 
 #include "support/TestMedia.h"
 
@@ -16,11 +14,6 @@
 #include <QDir>
 #include <QStandardPaths>
 
-#ifdef Q_OS_UNIX
-#include <csignal>
-#include <sys/resource.h>
-#endif
-
 namespace {
 
 using namespace norvel;
@@ -32,53 +25,6 @@ using Calls = std::vector<std::string>;
 // Taken before any test can set them.
 const std::string rootAtFirst = RvAttributeUtility::_sCacheDir;
 const std::string currentAtFirst = RvAttributeUtility::_sCurrentCacheLiquefyDir;
-
-class LiquifyCacheTest : public testing::Test
-{
-protected:
-    void SetUp() override { m_timeline.addMix(m_track.get()); }
-
-    /// Captures the timeline; the record of the liquify.
-    std::unique_ptr<RvARLiquifyAttribute> capture() const
-    {
-        auto record = m_timeline.captureOnlyMix();
-        return std::unique_ptr<RvARLiquifyAttribute>(
-            dynamic_cast<RvARLiquifyAttribute*>(record.release()));
-    }
-
-    static void setRoot(const QString& root)
-    {
-        RvAttributeUtility::_sCacheDir = root.toStdString();
-    }
-
-    static std::string root() { return RvAttributeUtility::_sCacheDir; }
-    static std::string current() { return RvAttributeUtility::_sCurrentCacheLiquefyDir; }
-
-    /// The radii of the strokes that were saved in a folder.
-    static std::vector<float> savedRadii(const QString& folder)
-    {
-        const auto track = owned(RvARLiquifyTrack::create(std::string(), 0, 0));
-        EXPECT_TRUE(track->loadLiquifyConfig(folder.toLocal8Bit().toStdString()))
-            << folder.toStdString();
-        std::vector<float> radii;
-        for (const RvARLiquifyOperation& stroke : track->getConfirmedOperations())
-            radii.push_back(stroke.radius);
-        return radii;
-    }
-
-    void addStroke(float radius) const
-    {
-        RvARLiquifyOperation stroke;
-        stroke.radius = radius;
-        m_track->appendToLiquifyOperation(stroke);
-    }
-
-    const ScopedPathEncoding m_encoding{"UTF-8"};
-    const ScopedCache m_cache;
-    const LiveTimeline m_timeline;
-    const Owned<RvARLiquifyTrack> m_track =
-        owned(dynamic_cast<RvARLiquifyTrack*>(newLiveTrack(13)));
-};
 
 TEST_F(LiquifyCacheTest, ThereIsNoRootAndNoCurrentFolderAtFirst)
 {
@@ -226,29 +172,34 @@ TEST_F(LiquifyCacheTest, TheFrameworkIsToldTheFolderInTheLocalEncoding)
     EXPECT_TRUE(QDir(m_cache.root() + "/缓存").removeRecursively());
 }
 
-/// Folders with a file in each, for every millisecond of the next while.
+/// Folders with a file in each, for every millisecond of a while that lies ahead.
 class MillisecondFolders
 {
 public:
+    static constexpr int count = 1000;
+
     MillisecondFolders(const QString& root, const std::string& savedStrokes)
-        : m_undo(root + "/Norvel/Undo")
+        : m_start(QDateTime::currentMSecsSinceEpoch() + 3000)
     {
-        EXPECT_TRUE(QDir().mkpath(m_undo));
-        // Some seconds more than it takes to make them all.
-        const qint64 start = QDateTime::currentMSecsSinceEpoch();
-        for (qint64 name = start; name < QDateTime::currentMSecsSinceEpoch() + 5000; ++name) {
-            const QString folder = m_undo + '/' + QString::number(name);
+        const QString undo = root + "/Norvel/Undo/";
+        EXPECT_TRUE(QDir().mkpath(undo));
+        for (qint64 name = m_start; name < m_start + count; ++name) {
+            const QString folder = undo + QString::number(name);
             EXPECT_TRUE(QDir().mkdir(folder));
             TestMedia::copy(savedStrokes, folder, "liquify.dat");
-            ++m_count;
         }
     }
 
-    int count() const { return m_count; }
+    /// Waits until the while begins.
+    void wait() const
+    {
+        EXPECT_LT(QDateTime::currentMSecsSinceEpoch(), m_start) << "they took too long to make";
+        while (QDateTime::currentMSecsSinceEpoch() < m_start)
+            ;
+    }
 
 private:
-    const QString m_undo;
-    int m_count = 0;
+    const qint64 m_start;
 };
 
 TEST_F(LiquifyCacheTest, AFolderOfTheSameMillisecondIsSharedAndTheLaterStrokesStay)
@@ -261,10 +212,11 @@ TEST_F(LiquifyCacheTest, AFolderOfTheSameMillisecondIsSharedAndTheLaterStrokesSt
     const MillisecondFolders folders(root.path(), firstFolder.toStdString() + "/liquify.dat");
 
     addStroke(2.0F);
+    folders.wait();
     const auto second = capture();
 
     const QDir undo(root.path() + "/Norvel/Undo");
-    EXPECT_EQ(undo.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), folders.count());
+    EXPECT_EQ(undo.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), MillisecondFolders::count);
     EXPECT_EQ(savedRadii(second->effectPath), (std::vector<float>{1.0F, 2.0F}));
     EXPECT_EQ(current(), second->effectPath.toStdString());
 }
@@ -323,57 +275,5 @@ TEST_F(LiquifyCacheTest, AVeryLongRootGivesNoFolder)
     EXPECT_EQ(record->effectPath, "");
     EXPECT_EQ(current(), "");
 }
-
-#ifdef Q_OS_UNIX
-/// No file of this process may grow, as on a full disk, while it lives. Unlike the rights of a
-/// folder that holds for every user.
-class FullDisk
-{
-public:
-    FullDisk()
-        : m_signal(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        rlimit none = m_before;
-        none.rlim_cur = 0;
-        setrlimit(RLIMIT_FSIZE, &none);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_signal);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    void (*m_signal)(int);
-    rlimit m_before{};
-};
-
-TEST_F(LiquifyCacheTest, AFullDiskLeavesAnEmptyFolder)
-{
-    addStroke(1.0F);
-    std::unique_ptr<RvARLiquifyAttribute> record;
-    {
-        const FullDisk disk;
-        record = capture();
-    }
-    ASSERT_TRUE(record);
-    EXPECT_EQ(record->effectPath, "");
-    EXPECT_EQ(current(), "");
-    ASSERT_EQ(m_cache.folders().size(), 1);
-    EXPECT_TRUE(QDir(m_cache.root() + "/Norvel/Undo/" + m_cache.folders().first()).isEmpty());
-}
-
-TEST_F(LiquifyCacheTest, ARootThatTakesNoFolderGivesNone)
-{
-    setRoot(QStringLiteral("/proc/self"));
-    const auto record = capture();
-    ASSERT_TRUE(record);
-    EXPECT_EQ(record->effectPath, "");
-    EXPECT_EQ(current(), "");
-}
-#endif
 
 } // namespace

@@ -1,19 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include "support/ScopedCommaLocale.h"
 #include "support/TestMedia.h"
 #include "tour/TourEdits.h"
-#include "tour/TourRun.h"
+#include "tour/TourProgramFixture.h"
 
 #include <gtest/gtest.h>
 
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -31,26 +28,6 @@ void expectComplaint(const TourRun& run, const std::string& text)
     EXPECT_EQ(run.complaint.compare(0, 13, "norvel-tour: "), 0) << run.complaint;
     EXPECT_NE(run.complaint.find(text), std::string::npos) << run.complaint;
     EXPECT_EQ(std::count(run.complaint.begin(), run.complaint.end(), '\n'), 1) << run.complaint;
-}
-
-void expectAgreement(const TourRun& run)
-{
-    EXPECT_EQ(run.exitCode, 0) << run.output;
-    EXPECT_EQ(run.complaint, "");
-    EXPECT_GE(run.count("edit"), 20);
-    EXPECT_EQ(run.steps("same").size(), run.lines().size()) << run.output;
-    EXPECT_NE(run.summary().find("; 0 framework objects left alive"), std::string::npos)
-        << run.summary();
-}
-
-QJsonObject document(const QString& folder, int step)
-{
-    QFile file(QDir(folder).filePath(QString("step-%1.json").arg(step, 3, 10, QChar('0'))));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << file.fileName().toStdString();
-    QJsonParseError error;
-    const QJsonDocument json = QJsonDocument::fromJson(file.readAll(), &error);
-    EXPECT_EQ(error.error, QJsonParseError::NoError) << error.errorString().toStdString();
-    return json.object();
 }
 
 /// A document without what may differ between two captures of one timeline: the order of the mix
@@ -80,16 +57,17 @@ std::set<std::string> sources(const QJsonObject& json)
     return found;
 }
 
-/// Makes files of all kinds with blanks and Chinese characters in their names.
-void makeOwnFiles(const QString& folder)
+/// Makes files of all kinds with blanks and Chinese characters in their names; gives their paths in
+/// the folder.
+QStringList makeOwnFiles(const QString& folder)
 {
     const QTemporaryDir plain;
-    TestMedia::copy(TestMedia::video(plain.path(), "v.mp4", 64, 48, "25", 1), folder,
-                    QStringLiteral("我的 视频.mp4"));
-    TestMedia::copy(TestMedia::picture(plain.path(), "p.png", 30, 20), folder,
-                    QStringLiteral("一 张 照片.png"));
-    TestMedia::copy(TestMedia::sound(plain.path(), "s.wav", 1), folder,
-                    QStringLiteral("  声音 100%.wav"));
+    const QStringList names{QStringLiteral("我的 视频.mp4"), QStringLiteral("一 张 照片.png"),
+                            QStringLiteral("  声音 100%.wav")};
+    TestMedia::copy(TestMedia::video(plain.path(), "v.mp4", 64, 48, "25", 1), folder, names[0]);
+    TestMedia::copy(TestMedia::picture(plain.path(), "p.png", 30, 20), folder, names[1]);
+    TestMedia::copy(TestMedia::sound(plain.path(), "s.wav", 1), folder, names[2]);
+    return {"./" + names[0], "./" + names[1], "./" + names[2]};
 }
 
 /// An environment without any program.
@@ -99,14 +77,6 @@ QProcessEnvironment withoutPrograms(const QString& folder)
     environment.insert("PATH", folder);
     return environment;
 }
-
-class TourProgramTest : public testing::Test
-{
-protected:
-    QString path(const char* name) const { return m_folder.filePath(name); }
-
-    const QTemporaryDir m_folder;
-};
 
 } // namespace
 
@@ -147,16 +117,8 @@ TEST_F(TourProgramTest, LeavesNothingInTheFolderOfTemporaryFiles)
     QProcessEnvironment environment = TourRun::environmentOfTest();
     const QTemporaryDir runtime; // where Qt would make one in the temporary folder
     environment.insert("XDG_RUNTIME_DIR", runtime.path());
-    environment.insert("TMPDIR", m_folder.path());
-    expectAgreement(TourRun::ofProgram({}, environment));
-    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
-              QStringList());
-}
-
-TEST_F(TourProgramTest, LeavesNothingInTheCacheOfTheUser)
-{
-    QProcessEnvironment environment = TourRun::environmentOfTest();
-    environment.insert("XDG_CACHE_HOME", m_folder.path());
+    for (const char* name : {"TMPDIR", "TMP", "TEMP"})
+        environment.insert(name, m_folder.path());
     expectAgreement(TourRun::ofProgram({}, environment));
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
               QStringList());
@@ -216,9 +178,10 @@ TEST_F(TourProgramTest, PrintsTheCallsOfEveryStep)
 
 TEST_F(TourProgramTest, TakesFilesWithBlanksAndChineseNames)
 {
-    makeOwnFiles(m_folder.path());
+    const QStringList files = makeOwnFiles(m_folder.path());
     const QTemporaryDir documents;
-    const TourRun run = TourRun::inFolder(m_folder.path(), "./* --json " + documents.path());
+    const TourRun run =
+        TourRun::inFolder(m_folder.path(), files + QStringList{"--json", documents.path()});
     expectAgreement(run);
     for (const char* line : {"video    ./我的 视频.mp4\n", "picture  ./一 张 照片.png\n",
                              "sound    ./  声音 100%.wav\n"})
@@ -230,21 +193,21 @@ TEST_F(TourProgramTest, TakesFilesWithBlanksAndChineseNames)
 
 TEST_F(TourProgramTest, TakesFilesUnderEveryLocale)
 {
-    makeOwnFiles(m_folder.path());
+    const QStringList files = makeOwnFiles(m_folder.path());
     for (const char* locale : {"C", "C.UTF-8"}) {
         QProcessEnvironment environment = TourRun::environmentOfTest();
         environment.insert("LC_ALL", locale);
-        expectAgreement(TourRun::inFolder(m_folder.path(), "./*", environment));
+        expectAgreement(TourRun::inFolder(m_folder.path(), files, environment));
     }
 }
 
 TEST_F(TourProgramTest, WritesDocumentsToAChineseFolderUnderEveryLocale)
 {
-    TestMedia::file(m_folder.path(), "arguments", "--json 文档/步骤");
     for (const char* locale : {"C", "C.UTF-8"}) {
         QProcessEnvironment environment = TourRun::environmentOfTest();
         environment.insert("LC_ALL", locale);
-        const TourRun run = TourRun::inFolder(m_folder.path(), "$(cat arguments)", environment);
+        const TourRun run = TourRun::inFolder(m_folder.path(),
+                                              {"--json", QStringLiteral("文档/步骤")}, environment);
         expectAgreement(run);
         const auto folder = std::filesystem::u8path(m_folder.path().toStdString()) /
                             std::filesystem::u8path("文档/步骤");
@@ -286,9 +249,9 @@ TEST_F(TourProgramTest, PutsEveryFileOnTheTimeline)
 
 TEST_F(TourProgramTest, NeedsNoFfmpegForFilesOfAllKinds)
 {
-    makeOwnFiles(m_folder.path());
+    const QStringList files = makeOwnFiles(m_folder.path());
     const QTemporaryDir empty;
-    expectAgreement(TourRun::inFolder(m_folder.path(), "./*", withoutPrograms(empty.path())));
+    expectAgreement(TourRun::inFolder(m_folder.path(), files, withoutPrograms(empty.path())));
 }
 
 TEST_F(TourProgramTest, ComplainsWhenThereIsNoFfmpeg)
@@ -299,11 +262,7 @@ TEST_F(TourProgramTest, ComplainsWhenThereIsNoFfmpeg)
 
 TEST_F(TourProgramTest, ComplainsWhenFfmpegFails)
 {
-    const std::string script = TestMedia::file(
-        m_folder.path(), "ffmpeg", "#!/bin/sh\necho one >&2\necho no codec >&2\nexit 3\n");
-    QFile::setPermissions(QString::fromStdString(script),
-                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    expectComplaint(TourRun::ofProgram({}, withoutPrograms(m_folder.path())),
+    expectComplaint(TourRun::ofProgram({}, withoutPrograms(NORVEL_FAILING_FFMPEG_FOLDER)),
                     "cannot make sounding.mp4: ffmpeg fails: no codec\n");
 }
 
@@ -389,23 +348,4 @@ TEST_F(TourProgramTest, TellsItsHelp)
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_NE(run.output.find("Exit code: 0"), std::string::npos);
     EXPECT_EQ(run.complaint, "");
-}
-
-TEST_F(TourProgramTest, IsTheSameUnderALocaleWithDecimalCommas)
-{
-    const ScopedCommaLocale comma(m_folder.path());
-    QProcessEnvironment environment = TourRun::environmentOfTest();
-    environment.remove("LC_ALL");
-    environment.insert("LANG", "C");
-    environment.insert("LC_NUMERIC", "comma");
-    // The environment is one in which programs of C write commas.
-    QProcess printf;
-    printf.setProcessEnvironment(environment);
-    printf.start("/usr/bin/printf", {"%.1f", "0,5"});
-    ASSERT_TRUE(printf.waitForFinished());
-    ASSERT_EQ(printf.readAllStandardOutput(), "0,5");
-
-    const TourRun run = TourRun::ofProgram({"--json", path("docs")}, environment);
-    expectAgreement(run);
-    EXPECT_EQ(document(path("docs"), 1).size(), 4);
 }

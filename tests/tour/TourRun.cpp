@@ -17,15 +17,6 @@ namespace {
 
 constexpr int RunTimeoutMs = 120000;
 
-TourRun finish(QProcess& process, const QString& program, const QStringList& arguments)
-{
-    process.start(program, arguments, QIODevice::ReadOnly);
-    EXPECT_TRUE(process.waitForFinished(RunTimeoutMs)) << process.errorString().toStdString();
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    return {process.exitCode(), process.readAllStandardOutput().toStdString(),
-            process.readAllStandardError().toStdString()};
-}
-
 TourLine parse(const QRegularExpressionMatch& match)
 {
     TourLine line;
@@ -41,20 +32,21 @@ TourLine parse(const QRegularExpressionMatch& match)
 
 } // namespace
 
+TourRun TourRun::ofProcess(QProcess& process, const QString& program, const QStringList& arguments)
+{
+    process.start(program, arguments, QIODevice::ReadOnly);
+    EXPECT_TRUE(process.waitForFinished(RunTimeoutMs)) << process.errorString().toStdString();
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    // Programs end their lines as the system does.
+    return {process.exitCode(), process.readAllStandardOutput().replace("\r\n", "\n").toStdString(),
+            process.readAllStandardError().replace("\r\n", "\n").toStdString()};
+}
+
 TourRun TourRun::ofProgram(const QStringList& arguments, const QProcessEnvironment& environment)
 {
     QProcess process;
     process.setProcessEnvironment(environment);
-    return finish(process, NORVEL_TOUR_PROGRAM, arguments);
-}
-
-TourRun TourRun::inFolder(const QString& folder, const QString& arguments,
-                          const QProcessEnvironment& environment)
-{
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(folder);
-    return finish(process, "/bin/sh", {"-c", "exec \"$0\" " + arguments, NORVEL_TOUR_PROGRAM});
+    return ofProcess(process, NORVEL_TOUR_PROGRAM, arguments);
 }
 
 TourRun TourRun::inProcess(const QStringList& arguments)

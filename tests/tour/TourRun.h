@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+class QProcess;
+
 /// A line of the table that the tour prints, with what stands below it.
 struct TourLine
 {
@@ -33,12 +35,16 @@ struct TourRun
     /// Runs the built program to its end; in `environment` that is in place of the test's own.
     static TourRun ofProgram(const QStringList& arguments,
                              const QProcessEnvironment& environment = environmentOfTest());
-    /// Runs the built program with the arguments that a POSIX shell makes of `arguments` in
-    /// `folder`: a pattern becomes file names in their own bytes, whatever the locale is.
-    static TourRun inFolder(const QString& folder, const QString& arguments,
+    /// Runs the built program in `folder`. The arguments reach it as a shell hands them over that
+    /// was given them in UTF-8, whatever the locale is.
+    static TourRun inFolder(const QString& folder, const QStringList& arguments,
                             const QProcessEnvironment& environment = environmentOfTest());
     /// Runs the tour in this process.
     static TourRun inProcess(const QStringList& arguments);
+
+    /// Runs a program that is not started yet to its end.
+    static TourRun ofProcess(QProcess& process, const QString& program,
+                             const QStringList& arguments);
 
     static QProcessEnvironment environmentOfTest();
 

@@ -3,15 +3,11 @@
 
 #include "ContextTranslator.h"
 #include "DebugLines.h"
-#include "PlayerMedia.h"
-#include "PlayerStage.h"
+#include "SimplePlayerFixture.h"
 
 #include <norvel/widgets/player/QLabPlayer.h>
 
-#include <support/FrameworkRef.h>
-
 #include <rvkpcore/RvCallLog.h>
-#include <rvkpcore/RvKpTimeLine.h>
 
 #include <QGraphicsView>
 #include <QHBoxLayout>
@@ -19,97 +15,8 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
-#include <QTemporaryDir>
 
 using namespace qrvkp;
-
-namespace {
-
-class SimplePlayerTest : public PlayerStage
-{
-protected:
-    using Calls = std::vector<std::string>;
-
-    SimplePlayerTest()
-        : widget(new QLabPlayer(&application, window.get()))
-    {
-    }
-
-    template <class Kind>
-    Kind& named(const char* name)
-    {
-        Kind* const found = widget->findChild<Kind*>(name);
-        if (!found)
-            throw std::runtime_error(std::string("there is no ") + name);
-        return *found;
-    }
-    QPushButton& button() { return named<QPushButton>("playButton"); }
-    std::string time() { return named<QLabel>("timeLabel").text().toStdString(); }
-
-    void show()
-    {
-        showWindow(widget->size());
-        ASSERT_TRUE(QTest::qWaitFor([&] { return button().isVisible(); }, PatienceMs));
-    }
-
-    /// Gives the player a timeline of one group of this length.
-    void give(long long duration)
-    {
-        const auto timeline = adopt(RvKpTimeLine::create());
-        const auto group = adopt(RvKpGroup::create(duration));
-        ASSERT_TRUE(timeline->pushBackGroup(group.get()));
-        player().setTimeLine(timeline.get());
-    }
-    void prepare(long long duration)
-    {
-        give(duration);
-        player().prepareAsync();
-        ASSERT_TRUE(reaches(RvKpPlayerPrepared));
-    }
-    void play(long long duration)
-    {
-        prepare(duration);
-        player().start();
-        ASSERT_TRUE(reaches(RvKpPlayerPlaying));
-    }
-
-    /// What a click on the button does to the player.
-    Calls clicked()
-    {
-        RvCallLog::start();
-        QTest::mouseClick(&button(), Qt::LeftButton);
-        RvCallLog::stop();
-        return RvCallLog::entries();
-    }
-
-    /// The label at a position of a timeline of this length.
-    std::string timeAt(long long position, long long duration)
-    {
-        give(duration);
-        player().seekTo(position, true);
-        return time();
-    }
-
-    QRgb iconColour() { return button().icon().pixmap(16, 16).toImage().pixel(8, 8) & RGB_MASK; }
-    void setIcons(QRgb first, QRgb second)
-    {
-        QImage firstImage(16, 16, QImage::Format_RGB32);
-        firstImage.fill(first);
-        QImage secondImage(16, 16, QImage::Format_RGB32);
-        secondImage.fill(second);
-        widget->setupPlayIconImage(&firstImage, &secondImage);
-    }
-
-    static constexpr QRgb Red = 0x00ff0000;
-    static constexpr QRgb Green = 0x0000ff00;
-    static constexpr QRgb Blue = 0x000000ff;
-    static constexpr QRgb White = 0x00ffffff;
-
-    QPointer<QLabPlayer> widget;
-    const Calls m_rewound{"RvKpPlayer::seekTo(0, true)"};
-};
-
-} // namespace
 
 TEST_F(SimplePlayerTest, HasItsFormsSizeNameAndTitle)
 {
@@ -284,22 +191,6 @@ TEST_F(SimplePlayerTest, FollowsWhatPlays)
     player().seekTo(7000, true);
     emit player().sigRenderTimeChanged(55000);
     EXPECT_EQ(time(), "00:00:07/00:01:00");
-}
-
-TEST_F(SimplePlayerTest, LeavesTheTimeWhileTheTimelineIsSaved)
-{
-    const QTemporaryDir folder;
-    player().setTimeLine(PlayerMedia::timelineOf(PlayerMedia::red(320, 180, 8.0)).get());
-    player().seekTo(1000, true);
-    EXPECT_EQ(time(), "00:00:01/00:00:08");
-    ASSERT_TRUE(player().startSave(folder.filePath("saved.mp4").toStdString()));
-    ASSERT_TRUE(player().getSaveMode());
-    player().seekTo(5000, true);
-    EXPECT_EQ(time(), "00:00:01/00:00:08");
-    player().cancelSave();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !player().getSaveMode(); }, PatienceMs));
-    player().seekTo(5000, true);
-    EXPECT_EQ(time(), "00:00:05/00:00:08");
 }
 
 TEST_F(SimplePlayerTest, ShowsTheSecondIconWhileItPlaysAndTheFirstOneElse)

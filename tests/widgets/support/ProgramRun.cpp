@@ -3,6 +3,8 @@
 
 #include "widgets/support/ProgramRun.h"
 
+#include "support/OutputLines.h"
+
 #include <gtest/gtest.h>
 
 #include <QProcess>
@@ -10,11 +12,6 @@
 #include <algorithm>
 
 namespace {
-
-QStringList linesOf(const QByteArray& text)
-{
-    return QString::fromUtf8(text).split('\n', Qt::SkipEmptyParts);
-}
 
 /// What a machine without a sound server, a login or a window manager is told about.
 bool isAboutTheMachine(const QString& line)
@@ -39,7 +36,7 @@ Output run(const QString& program, const QStringList& arguments, const QString& 
     process.start(program, arguments, QIODevice::ReadOnly);
     EXPECT_TRUE(process.waitForFinished(120000)) << process.errorString().toStdString();
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    QStringList errors = linesOf(process.readAllStandardError());
+    QStringList errors = outputLines(process.readAllStandardError());
     errors.erase(std::remove_if(errors.begin(), errors.end(), isAboutTheMachine), errors.end());
-    return {process.exitCode(), linesOf(process.readAllStandardOutput()), errors};
+    return {process.exitCode(), outputLines(process.readAllStandardOutput()), errors};
 }

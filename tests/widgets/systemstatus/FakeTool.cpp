@@ -11,6 +11,8 @@
 #include <thread>
 
 #ifdef _WIN32
+#include <windows.h>
+
 #include <fcntl.h>
 #include <io.h>
 #endif
@@ -23,9 +25,25 @@ std::string contentOf(const std::string& path)
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
+/// Appends a line in one piece, whatever other tools append at the same time.
+void append(const std::string& path, const std::string& line)
+{
+#ifdef _WIN32
+    // A stream would look for the end first and write then.
+    const HANDLE file =
+        CreateFileA(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    DWORD written = 0;
+    WriteFile(file, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
+    CloseHandle(file);
+#else
+    std::ofstream(path, std::ios::app | std::ios::binary) << line;
+#endif
+}
+
 void log(const std::string& folder, const std::string& line)
 {
-    std::ofstream(folder + "/calls.log", std::ios::app | std::ios::binary) << line + "\n";
+    append(folder + "/calls.log", line + "\n");
 }
 
 void sleepAsTold(const std::string& file)
