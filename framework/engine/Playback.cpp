@@ -7,12 +7,14 @@
 #include "PlayClock.h"
 #include "SoundOutput.h"
 
+#include <QThread>
+
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
+#include <memory>
 #include <mutex>
-#include <thread>
 #include <utility>
 
 namespace rvengine {
@@ -30,8 +32,9 @@ public:
     explicit Engine(std::function<void()> news)
         : m_news(std::move(news))
         , m_sound(m_clock)
-        , m_thread([this] { run(); })
+        , m_thread(QThread::create([this] { run(); }))
     {
+        m_thread->start();
     }
 
     ~Engine()
@@ -41,7 +44,7 @@ public:
             m_ends = true;
         }
         m_wake.notify_all();
-        m_thread.join();
+        m_thread->wait();
     }
 
     /// Changes what the thread sees, and has a frame rendered.
@@ -157,7 +160,9 @@ private:
     bool m_newsWait = false;        ///< news were told and not taken yet
     std::uint64_t m_timesTaken = 0; ///< how often the scene was taken away
     QImage m_untaken;
-    std::thread m_thread;
+    /// One of Qt's: what is drawn in it may make Qt start a timer for its fonts, which other
+    /// threads have no use for.
+    const std::unique_ptr<QThread> m_thread;
 };
 
 Playback::Playback(std::function<void()> news)
