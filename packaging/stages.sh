@@ -25,12 +25,13 @@ parse_stages() {
 }
 
 # count_tests STAGE COMMAND...: runs the tests of a stage by a CTest command and counts them. A run
-# that ends badly without a failed test is one failure more.
+# that ends badly without a failed test is one failure more. The variable jobs says how many
+# programs run at a time, as many as there are processors when it is not set.
 count_tests() {
     local stage=$1 junit=$PWD/build/test-$1.xml good=0 bad=0 ended_well=1
     shift
     rm -f "$junit"
-    "$@" --parallel "$(nproc)" --output-junit "$junit" \
+    "$@" --parallel "${jobs:-$(nproc)}" --output-junit "$junit" \
         --test-output-size-passed 100000000 --test-output-size-failed 100000000 || ended_well=0
     if [[ -f $junit ]]; then
         read -r good bad < <(awk -f packaging/count-tests.awk "$junit")
