@@ -74,8 +74,12 @@ configure() {
 
 # build_norvel FOLDER OPTION...: norvel with the framework that has no engine.
 build_norvel() {
-    local folder=$1
+    local folder=$1 remembered=$build/$1/CMakeCache.txt
     shift
+    # CMake goes on with the Qt that it found first.
+    if [[ -f $remembered ]] && ! grep -qxF "Qt5_DIR:PATH=$qt/lib/cmake/Qt5" "$remembered"; then
+        rm "$remembered"
+    fi
     configure "$folder" . -DNORVEL_ENGINE=none \
         "-DNORVEL_WINDOWS_PREFIXES=$qt;$build/googletest" "$@" &&
         cmake --build "$build/$folder" >&2
