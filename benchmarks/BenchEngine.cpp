@@ -148,11 +148,6 @@ MltScene::MltScene(BenchScene kind, QSize canvas)
                  m_profile.set_progressive(1), m_profile.set_colorspace(709),
                  m_profile.set_explicit(1), m_profile))
 {
-    const auto open = [this](QSize size) -> Mlt::Producer& {
-        m_producers.push_back(
-            std::make_unique<Mlt::Producer>(m_profile, BenchMedia::video(size).c_str()));
-        return *m_producers.back();
-    };
     m_tractor.set_track(open(canvas), 0);
     const int side = canvas.width() / 2;
     const int height = side * 9 / 16;
@@ -171,15 +166,35 @@ MltScene::MltScene(BenchScene kind, QSize canvas)
     }
 }
 
+Mlt::Producer& MltScene::open(QSize size)
+{
+    const std::string path = BenchMedia::video(size);
+    m_producers.push_back(std::make_unique<Mlt::Producer>(m_profile, path.c_str()));
+    require(*m_producers.back(), "producer for " + path);
+    return *m_producers.back();
+}
+
+bool MltScene::require(Mlt::Properties& part, const std::string& name)
+{
+    if (part.is_valid())
+        return true;
+    m_problem = "MLT lacks the " + name;
+    return false;
+}
+
 void MltScene::addOverlay(int track, const std::string& rectangle, bool round)
 {
     if (round) {
         Mlt::Filter circle(m_profile, "shape", BenchMedia::circle().c_str());
+        if (!require(circle, "filter shape"))
+            return;
         circle.set("use_luminance", 1);
         circle.set("use_mix", 0);
         m_producers.back()->attach(circle);
     }
     Mlt::Transition blend(m_profile, "qtblend");
+    if (!require(blend, "transition qtblend"))
+        return;
     blend.set("rect", rectangle.c_str());
     blend.set("distort", 1);
     m_tractor.plant_transition(blend, 0, track);

@@ -44,12 +44,19 @@ class MltScene
 public:
     MltScene(BenchScene kind, QSize canvas);
 
+    /// What this installation of MLT lacks for the scene; empty when all is there.
+    const std::string& problem() const { return m_problem; }
+
     /// A picture of the canvas; false when MLT gives none.
     bool render(int position);
 
 private:
+    Mlt::Producer& open(QSize size);
     void addOverlay(int track, const std::string& rectangle, bool round);
+    /// Notes a part that MLT does not have; false then.
+    bool require(Mlt::Properties& part, const std::string& name);
 
+    std::string m_problem;
     Mlt::Profile m_profile;
     QSize m_canvas;
     Mlt::Tractor m_tractor;

@@ -17,13 +17,17 @@ public:
     void ReportRuns(const std::vector<Run>& runs) override;
 
     /// Prints how long one item of `name` takes against one item of `reference`, beside the bound
-    /// that it should keep; says so when one of the two was not run. True when the bound is kept or
-    /// could not be judged.
+    /// that it should keep; says so when one of the two was not run, with the reason that a run
+    /// gave for its end. True when the bound is kept or could not be judged.
     bool printRatio(const std::string& what, const std::string& name, const std::string& reference,
                     double bound) const;
 
 private:
+    /// Why there is no figure of a run.
+    std::string reasonFor(const std::string& name) const;
+
     std::map<std::string, double> m_secondsPerItem; ///< by the name of the run
+    std::map<std::string, std::string> m_errors;    ///< by the name of the run that ended early
 };
 
 /// The main program of a benchmark: makes a Qt application without a screen, registers the runs by

@@ -58,6 +58,10 @@ void composeScene(benchmark::State& state, const Scene& scene)
 void renderByMlt(benchmark::State& state, BenchScene kind, QSize canvas)
 {
     MltScene scene(kind, canvas);
+    if (!scene.problem().empty()) {
+        state.SkipWithError(scene.problem().c_str());
+        return;
+    }
     int frame = 0;
     for (int warmUp = 0; warmUp < 3; ++warmUp)
         scene.render(frame++);
@@ -136,6 +140,10 @@ void rebuildPlaylist(benchmark::State& state)
     startMltRuntime();
     Mlt::Profile profile;
     Mlt::Producer file(profile, BenchMedia::video(hd).c_str());
+    if (!file.is_valid()) {
+        state.SkipWithError("MLT cannot open the file");
+        return;
+    }
     for (auto _ : state)
         rebuildMltPlaylist(profile, file, PlayingHost::clips);
     state.SetItemsProcessed(state.iterations());

@@ -10,10 +10,3 @@
 #define NORVEL_VERSION_MINOR 1
 #define NORVEL_VERSION_PATCH 0
 #define NORVEL_VERSION "0.1.0"
-
-/// Exports internals in builds with tests only, so that they can be tested by themselves.
-#ifdef NORVEL_AUTOTEST
-#define NORVEL_AUTOTEST_EXPORT NORVEL_EXPORT
-#else
-#define NORVEL_AUTOTEST_EXPORT
-#endif

@@ -8,6 +8,9 @@
 
 passed=0
 failed=0
+times= # lines "stage seconds"
+# A caller of several scripts names a file that collects the times of all.
+stage_times=${NORVEL_STAGE_TIMES:-}
 
 # parse_stages ARGUMENT...: sets stages to those that are asked for, or to all.
 parse_stages() {
@@ -55,10 +58,23 @@ run_stage() {
     say "== $1"
     "$2" "$1" || count "$1 cannot be run" 0 1
     say "== $1: took $((SECONDS - start)) s"
+    times+="$1 $((SECONDS - start))"$'\n'
 }
 
-# The total, as the last line and as the exit code.
+# print_shares: a table of lines "stage seconds", with the share of each.
+print_shares() {
+    awk 'NF == 2 { name[++n] = $1; took[n] = $2; sum += $2 }
+        END { for (i = 1; i <= n; ++i)
+            printf "%-20s %6d s %5.1f %%\n", name[i], took[i], sum ? 100 * took[i] / sum : 0 }'
+}
+
+# The shares of the stages; then the total, as the last line and as the exit code.
 finish_stages() {
+    if [[ -n $stage_times ]]; then
+        printf '%s' "$times" >>"$stage_times"
+    else
+        print_shares <<<"$times" >&2
+    fi
     echo "$passed passed, $failed failed"
     ((failed == 0))
 }

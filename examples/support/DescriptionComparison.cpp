@@ -70,22 +70,23 @@ bool sameFaces(const std::vector<qkpar::RvARFaceGroupData>& a,
     });
 }
 
-/// Whether two cache folders hold the same files with the same content.
-bool sameFolder(const QString& a, const QString& b)
+/// What the framework saved for a liquify track in a cache folder; null when there is nothing.
+QByteArray savedStrokes(std::uint64_t id, const QString& folder)
+{
+    QFile file(QDir(folder).filePath(QStringLiteral("liquify-%1.dat").arg(id)));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Whether two cache folders hold the same strokes of the track. Other tracks may have saved theirs
+/// there, too.
+bool sameStrokes(std::uint64_t id, const QString& a, const QString& b)
 {
     if (a == b)
         return true;
     if (a.isEmpty() || b.isEmpty())
         return false;
-    const QStringList names = QDir(a).entryList(QDir::Files);
-    if (names.isEmpty() || names != QDir(b).entryList(QDir::Files))
-        return false; // a folder that is empty, or gone, holds no strokes
-    return std::all_of(names.begin(), names.end(), [&](const QString& name) {
-        QFile first(QDir(a).filePath(name));
-        QFile second(QDir(b).filePath(name));
-        return first.open(QIODevice::ReadOnly) && second.open(QIODevice::ReadOnly) &&
-               first.readAll() == second.readAll();
-    });
+    const QByteArray first = savedStrokes(id, a);
+    return !first.isEmpty() && first == savedStrokes(id, b);
 }
 
 using Names = std::vector<std::string>;
@@ -192,7 +193,7 @@ void compareFields(const norvel::RvARLiquifyAttribute& a, const norvel::RvARLiqu
         .compare("strength", &R::strength)
         .compare("movePoints", &R::movePoints)
         .compare("liquifyStyle", &R::liquifyStyle);
-    fields.note("effectPath", sameFolder(a.effectPath, b.effectPath));
+    fields.note("effectPath", sameStrokes(b.uuid, a.effectPath, b.effectPath));
 }
 
 void compareFields(const norvel::RvARMakeupAttribute& a, const norvel::RvARMakeupAttribute& b,

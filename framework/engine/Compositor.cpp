@@ -96,8 +96,9 @@ struct Compositor::Frame
     std::vector<Item> bound; ///< effects on single layers, from the lowest to the topmost
 };
 
-Compositor::Compositor(std::unique_ptr<PictureSource> source)
+Compositor::Compositor(std::unique_ptr<PictureSource> source, MonotonicClock now)
     : m_source(std::move(source))
+    , m_effects(std::move(now))
 {
 }
 

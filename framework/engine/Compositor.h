@@ -21,7 +21,9 @@ namespace rvengine {
 class Compositor
 {
 public:
-    explicit Compositor(std::unique_ptr<PictureSource> source);
+    /// `now` decides when a file of an effect that could not be read is tried again.
+    explicit Compositor(std::unique_ptr<PictureSource> source,
+                        MonotonicClock now = std::chrono::steady_clock::now);
 
     /// The whole canvas at `time` ms as a picture of `size` px, Format_RGB32, black where nothing
     /// is. A file that cannot be read is black. Null for an empty size.

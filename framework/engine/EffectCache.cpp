@@ -5,12 +5,10 @@
 
 namespace rvengine {
 
-namespace {
-
-/// In frames: longer than an effect is away when somebody works on it.
-constexpr std::uint64_t patience = 150;
-
-} // namespace
+EffectCache::EffectCache(MonotonicClock now)
+    : m_unreadable(std::move(now))
+{
+}
 
 template <class Map, class Make>
 auto& EffectCache::find(Map& map, const typename Map::key_type& key, Make&& make)
@@ -26,7 +24,8 @@ template <class Map>
 void EffectCache::dropOld(Map& map) const
 {
     for (auto entry = map.begin(); entry != map.end();)
-        entry = entry->second.usedIn + patience < m_frame ? map.erase(entry) : std::next(entry);
+        entry =
+            entry->second.usedIn + PatienceInFrames < m_frame ? map.erase(entry) : std::next(entry);
 }
 
 const PathMatte& EffectCache::matte(const std::shared_ptr<const MatteShape>& shape,

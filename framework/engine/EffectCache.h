@@ -5,6 +5,7 @@
 
 #include "ColorTable.h"
 #include "LiquifyWarp.h"
+#include "MonotonicClock.h"
 #include "PathMatte.h"
 #include "Scene.h"
 #include "UnreadableFiles.h"
@@ -25,6 +26,11 @@ namespace rvengine {
 class EffectCache
 {
 public:
+    /// Longer than an effect is away when somebody works on it.
+    static constexpr std::uint64_t PatienceInFrames = 150;
+
+    explicit EffectCache(MonotonicClock now = std::chrono::steady_clock::now);
+
     /// The mask of a shape at that many output px for each canvas px.
     const PathMatte& matte(const std::shared_ptr<const MatteShape>& shape,
                            double pixelsPerCanvasPx);
@@ -35,7 +41,7 @@ public:
     /// The displacement of a liquify layer on pictures of that size.
     const LiquifyWarp& warp(const std::shared_ptr<const Layer>& layer, QSize pictureSize);
 
-    /// A frame is finished: what was not used for a while is dropped.
+    /// A frame is finished: what was not used in the last `PatienceInFrames` is dropped.
     void endFrame();
 
 private:

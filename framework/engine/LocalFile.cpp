@@ -3,24 +3,21 @@
 
 #include "LocalFile.h"
 
-#include <QString>
+#include "Utf8.h"
 
 namespace fs = std::filesystem;
 
 namespace rvengine {
 
-namespace {
-
-bool isUtf8(const std::string& text)
+bool isPath(const std::string& text)
 {
-    return QString::fromStdString(text).toStdString() == text;
+    return !text.empty() && text.find('\0') == std::string::npos &&
+           textOf(text).toStdString() == text;
 }
-
-} // namespace
 
 std::optional<fs::path> readableFile(const std::string& path)
 {
-    if (path.empty() || path.find('\0') != std::string::npos || !isUtf8(path))
+    if (!isPath(path))
         return std::nullopt;
     std::error_code error;
     const fs::path absolute = fs::absolute(fs::u8path(path), error);
@@ -31,7 +28,7 @@ std::optional<fs::path> readableFile(const std::string& path)
 
 bool openForReading(QFile& file, const fs::path& path)
 {
-    file.setFileName(QString::fromStdString(path.u8string()));
+    file.setFileName(textOf(path.u8string()));
     return file.open(QIODevice::ReadOnly);
 }
 

@@ -12,6 +12,9 @@
 
 namespace rvengine {
 
+/// Whether a text can name a file: it is UTF-8, not empty and has no NUL, where a name would end.
+bool isPath(const std::string& text);
+
 /// The absolute path of the regular file that the UTF-8 `path` names and this process may read, or
 /// nothing. Devices, pipes and directories are refused without being opened.
 std::optional<std::filesystem::path> readableFile(const std::string& path);

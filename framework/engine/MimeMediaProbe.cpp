@@ -3,6 +3,7 @@
 
 #include "LocalFile.h"
 #include "StreamProbe.h"
+#include "Utf8.h"
 
 #include <QMimeDatabase>
 
@@ -20,7 +21,7 @@ QString mimeTypeOf(const std::filesystem::path& path)
     QFile file;
     if (!openForReading(file, path))
         return {};
-    const QString name = QString::fromStdString(path.filename().u8string());
+    const QString name = textOf(path.filename().u8string());
     return QMimeDatabase().mimeTypeForFileNameAndData(name, &file).name();
 }
 

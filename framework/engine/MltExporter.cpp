@@ -4,7 +4,9 @@
 #include "MltExporter.h"
 
 #include "FrameRate.h"
+#include "LocalFile.h"
 #include "MltRuntime.h"
+#include "Utf8.h"
 
 extern "C" {
 #include <libavformat/avformat.h>
@@ -46,7 +48,7 @@ void setUp(Mlt::Profile& profile, const Scene& scene, const ExportSettings& sett
 bool isSource(const Scene& scene, const QFileInfo& file)
 {
     const auto reads = [&](const PlacedLayer& placed) {
-        return QFileInfo(QString::fromStdString(placed.layer->source)) == file;
+        return QFileInfo(textOf(placed.layer->source)) == file;
     };
     return file.exists() && (std::any_of(scene.main.begin(), scene.main.end(), reads) ||
                              std::any_of(scene.mix.begin(), scene.mix.end(), reads));
@@ -66,9 +68,11 @@ bool isVideoFormat(const std::string& path)
 /// Why the file cannot be written, as far as that shows before; empty when nothing speaks against.
 QString obstacle(const Scene& scene, const std::string& path)
 {
-    const QFileInfo file(QString::fromStdString(path));
+    if (!isPath(path))
+        return QStringLiteral("%1 is no name for a file").arg(textOf(path));
+    const QFileInfo file(textOf(path));
     const QFileInfo folder(file.absolutePath());
-    if (path.empty() || file.isDir() || !folder.isDir())
+    if (file.isDir() || !folder.isDir())
         return QStringLiteral("%1 is no place for a file").arg(file.filePath());
     if (!isNameForMlt(path))
         return QStringLiteral("%1 is no name for a file").arg(file.filePath());
@@ -146,8 +150,8 @@ void MltExporter::start(ScenePointer scene, const ExportSettings& settings)
     });
     listen("consumer-fatal-error", [](mlt_properties, void* self, mlt_event_data) {
         auto* const exporter = static_cast<MltExporter*>(self);
-        exporter->fail(QStringLiteral("%1 cannot be written in its format")
-                           .arg(QString::fromStdString(exporter->m_path)));
+        exporter->fail(
+            QStringLiteral("%1 cannot be written in its format").arg(textOf(exporter->m_path)));
     });
     listen("consumer-stopped", [](mlt_properties, void* self, mlt_event_data) {
         static_cast<MltExporter*>(self)->stopped();

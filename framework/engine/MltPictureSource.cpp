@@ -5,6 +5,12 @@
 
 namespace rvengine {
 
+MltPictureSource::MltPictureSource(const MonotonicClock& now)
+    : m_readers(now)
+    , m_pictures(now)
+{
+}
+
 QImage MltPictureSource::picture(const Layer& layer, std::uintptr_t lane, double fileTime,
                                  QSize wanted)
 {
@@ -21,9 +27,9 @@ void MltPictureSource::endFrame()
     m_pictures.endFrame();
 }
 
-std::unique_ptr<PictureSource> makePictureSource()
+std::unique_ptr<PictureSource> makePictureSource(MonotonicClock now)
 {
-    return std::make_unique<MltPictureSource>();
+    return std::make_unique<MltPictureSource>(now);
 }
 
 } // namespace rvengine

@@ -14,6 +14,8 @@ namespace rvengine {
 class MltPictureSource : public PictureSource
 {
 public:
+    explicit MltPictureSource(const MonotonicClock& now);
+
     QImage picture(const Layer& layer, std::uintptr_t lane, double fileTime, QSize wanted) override;
     void endFrame() override;
 

@@ -8,6 +8,11 @@
 
 namespace rvengine {
 
+MltSoundSource::MltSoundSource(const MonotonicClock& now)
+    : m_readers(now)
+{
+}
+
 bool MltSoundSource::sound(const Layer& layer, std::uintptr_t lane, long long offset,
                            std::size_t frames, float* out)
 {
@@ -28,9 +33,9 @@ void MltSoundSource::endBlock()
     m_readers.endRound();
 }
 
-std::unique_ptr<SoundSource> makeSoundSource()
+std::unique_ptr<SoundSource> makeSoundSource(MonotonicClock now)
 {
-    return std::make_unique<MltSoundSource>();
+    return std::make_unique<MltSoundSource>(now);
 }
 
 } // namespace rvengine

@@ -13,6 +13,8 @@ namespace rvengine {
 class MltSoundSource : public SoundSource
 {
 public:
+    explicit MltSoundSource(const MonotonicClock& now);
+
     bool sound(const Layer& layer, std::uintptr_t lane, long long offset, std::size_t frames,
                float* out) override;
     void endBlock() override;

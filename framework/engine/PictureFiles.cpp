@@ -9,6 +9,7 @@
 #include <QImageReader>
 
 #include <algorithm>
+#include <utility>
 
 namespace rvengine {
 
@@ -26,6 +27,12 @@ int halvingsFor(QSize size, QSize wanted)
 }
 
 } // namespace
+
+PictureFiles::PictureFiles(MonotonicClock now, long long capacity)
+    : m_capacity(capacity)
+    , m_unreadable(std::move(now))
+{
+}
 
 QImage PictureFiles::picture(const std::string& path, QSize wanted)
 {
@@ -78,7 +85,7 @@ void PictureFiles::endFrame()
     long long bytes = 0;
     for (const auto& [key, entry] : m_entries)
         bytes += entry.picture.sizeInBytes();
-    while (bytes > CapacityInBytes) {
+    while (bytes > m_capacity) {
         const auto oldest =
             std::min_element(m_entries.begin(), m_entries.end(), [](const auto& a, const auto& b) {
                 return a.second.usedIn < b.second.usedIn;

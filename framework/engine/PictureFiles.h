@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "MonotonicClock.h"
 #include "UnreadableFiles.h"
 
 #include <QImage>
@@ -19,8 +20,11 @@ namespace rvengine {
 class PictureFiles
 {
 public:
-    /// How many bytes of pictures are kept beyond those of the frame that is being made.
-    static constexpr long long CapacityInBytes = 256LL << 20;
+    static constexpr long long DefaultCapacity = 256LL << 20;
+
+    /// Keeps `capacity` bytes of pictures beyond those of the frame that is being made.
+    explicit PictureFiles(MonotonicClock now = std::chrono::steady_clock::now,
+                          long long capacity = DefaultCapacity);
 
     /// The picture in the file `path`: as it is stored, or halved so often that it is still not
     /// smaller than `wanted` (empty: as it is). Null when it cannot be read.
@@ -40,6 +44,7 @@ private:
     QImage halved(const std::string& path, int times);
     QImage load(const std::string& path);
 
+    const long long m_capacity; ///< bytes
     std::map<Key, Entry> m_entries;
     UnreadableFiles m_unreadable;
     std::uint64_t m_frame = 1;

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "MonotonicClock.h"
 #include "Scene.h"
 
 #include <QImage>
@@ -35,6 +36,9 @@ public:
 };
 
 /// The source of this build's engine.
-std::unique_ptr<PictureSource> makePictureSource();
+/// The source that reads media files. `now` decides when a file that could not be read is tried
+/// again.
+std::unique_ptr<PictureSource>
+makePictureSource(MonotonicClock now = std::chrono::steady_clock::now);
 
 } // namespace rvengine

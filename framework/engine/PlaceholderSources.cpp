@@ -4,6 +4,7 @@
 #include "Exporter.h"
 #include "PictureSource.h"
 #include "SoundSource.h"
+#include "Utf8.h"
 
 #include <QColor>
 #include <QFileInfo>
@@ -29,7 +30,7 @@ public:
         QImage picture(size, QImage::Format_RGB32);
         if (picture.isNull())
             return picture;
-        const QString name = QFileInfo(QString::fromStdString(layer.source)).fileName();
+        const QString name = QFileInfo(textOf(layer.source)).fileName();
         picture.fill(QColor::fromHsv(static_cast<int>(qHash(name) % 360U), 160, 160));
         QPainter painter(&picture);
         painter.setPen(QPen(Qt::white, std::max(2, size.height() / 90)));
@@ -71,12 +72,12 @@ public:
 
 } // namespace
 
-std::unique_ptr<PictureSource> makePictureSource()
+std::unique_ptr<PictureSource> makePictureSource(MonotonicClock /*now*/)
 {
     return std::make_unique<PlaceholderPictures>();
 }
 
-std::unique_ptr<SoundSource> makeSoundSource()
+std::unique_ptr<SoundSource> makeSoundSource(MonotonicClock /*now*/)
 {
     return std::make_unique<Silence>();
 }

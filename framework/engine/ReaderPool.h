@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "MonotonicClock.h"
 #include "UnreadableFiles.h"
 
 #include <algorithm>
@@ -24,6 +25,11 @@ class ReaderPool
 public:
     /// How many rounds a reader is kept that nobody used.
     static constexpr std::uint64_t PatienceInRounds = 90;
+
+    explicit ReaderPool(MonotonicClock now = std::chrono::steady_clock::now)
+        : m_unreadable(std::move(now))
+    {
+    }
 
     /// A reader of the file `path` for the lane, opened by `open` when there is none that is free;
     /// null when the file cannot be opened. `variant` tells readers of one file apart that were

@@ -13,6 +13,7 @@
 
 #include <array>
 #include <cmath>
+#include <memory>
 #include <mutex>
 #include <utility>
 #include <vector>
@@ -45,16 +46,19 @@ QAudioFormat deviceFormat()
 class SoundOutput::Worker : public QObject
 {
 public:
-    explicit Worker(PlayClock& clock)
-        : m_clock(clock)
+    explicit Worker(SoundOutput& output)
+        : m_clock(output.m_clock)
+        , m_owner(output)
         , m_mixer(makeSoundSource())
     {
     }
 
-    void setScene(ScenePointer scene)
+    ~Worker() override
     {
-        const std::lock_guard lock(m_mutex);
-        m_scene.swap(scene);
+        stop();
+        // All that was done here comes before the owner goes on. The thread sanitizer, to which
+        // Qt's wait for a thread says nothing, learns it from the mutex.
+        const std::lock_guard lock(m_owner.m_mutex);
     }
 
     void restart()
@@ -80,13 +84,6 @@ public:
             m_output->reset();
     }
 
-    /// Everything that belongs to the thread goes in the thread.
-    void close()
-    {
-        stop();
-        m_output.reset();
-    }
-
 private:
     bool openDevice()
     {
@@ -102,8 +99,8 @@ private:
 
     ScenePointer scene() const
     {
-        const std::lock_guard lock(m_mutex);
-        return m_scene;
+        const std::lock_guard lock(m_owner.m_mutex);
+        return m_owner.m_scene;
     }
 
     void feed()
@@ -137,9 +134,8 @@ private:
     }
 
     PlayClock& m_clock;
+    SoundOutput& m_owner;
     SoundMixer m_mixer;
-    mutable std::mutex m_mutex;
-    ScenePointer m_scene;
     std::unique_ptr<QAudioOutput> m_output;
     QIODevice* m_device = nullptr; ///< of the output
     QTimer m_feed{this};
@@ -150,23 +146,31 @@ private:
 
 SoundOutput::SoundOutput(PlayClock& clock)
     : m_clock(clock)
-    , m_worker(std::make_unique<Worker>(clock))
+    , m_worker(new Worker(*this))
+    , m_restart(m_worker, &Worker::restart)
+    , m_stop(m_worker, &Worker::stop)
 {
+    QObject::connect(&m_thread, &QThread::finished, m_worker, &QObject::deleteLater);
 }
 
 SoundOutput::~SoundOutput()
 {
-    if (!m_thread.isRunning())
+    if (!m_thread.isRunning()) {
+        delete m_worker;
         return;
-    QMetaObject::invokeMethod(
-        m_worker.get(), [this] { m_worker->close(); }, Qt::BlockingQueuedConnection);
+    }
+    // The worker must not look for who calls it when it ends.
+    m_restart.disconnect();
+    m_stop.disconnect();
     m_thread.quit();
     m_thread.wait();
+    const std::lock_guard lock(m_mutex);
 }
 
 void SoundOutput::setScene(ScenePointer scene)
 {
-    m_worker->setScene(std::move(scene));
+    const std::lock_guard lock(m_mutex);
+    m_scene.swap(scene);
 }
 
 void SoundOutput::restart()
@@ -177,13 +181,13 @@ void SoundOutput::restart()
         m_worker->moveToThread(&m_thread);
         m_thread.start();
     }
-    QMetaObject::invokeMethod(m_worker.get(), [this] { m_worker->restart(); });
+    m_restart.give();
 }
 
 void SoundOutput::stop()
 {
     if (m_thread.isRunning())
-        QMetaObject::invokeMethod(m_worker.get(), [this] { m_worker->stop(); });
+        m_stop.give();
 }
 
 } // namespace rvengine

@@ -3,12 +3,13 @@
 
 #pragma once
 
+#include "Notice.h"
 #include "PlayClock.h"
 #include "Scene.h"
 
 #include <QThread>
 
-#include <memory>
+#include <mutex>
 
 namespace rvengine {
 
@@ -34,8 +35,12 @@ private:
     class Worker;
 
     PlayClock& m_clock;
+    std::mutex m_mutex;
+    ScenePointer m_scene; ///< guarded by the mutex
     QThread m_thread;
-    std::unique_ptr<Worker> m_worker; ///< lives in the thread while that runs
+    Worker* const m_worker; ///< once the thread has started, it belongs to it and ends with it
+    Notice m_restart;
+    Notice m_stop;
 };
 
 } // namespace rvengine

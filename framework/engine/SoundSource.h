@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "MonotonicClock.h"
 #include "Scene.h"
 
 #include <cstddef>
@@ -43,7 +44,8 @@ public:
     virtual void endBlock() = 0;
 };
 
-/// The source of this build's engine.
-std::unique_ptr<SoundSource> makeSoundSource();
+/// The source of this build's engine. `now` decides when a file that could not be read is tried
+/// again.
+std::unique_ptr<SoundSource> makeSoundSource(MonotonicClock now = std::chrono::steady_clock::now);
 
 } // namespace rvengine

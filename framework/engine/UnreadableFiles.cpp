@@ -3,21 +3,23 @@
 
 #include "UnreadableFiles.h"
 
-#include <QString>
+#include "Utf8.h"
+
 #include <QtGlobal>
+
+#include <utility>
 
 namespace rvengine {
 
-namespace {
-
-constexpr std::chrono::seconds untilNextTry{2};
-
-} // namespace
+UnreadableFiles::UnreadableFiles(MonotonicClock now)
+    : m_now(std::move(now))
+{
+}
 
 bool UnreadableFiles::mayTry(const std::string& path) const
 {
     const auto entry = m_nextTry.find(path);
-    return entry == m_nextTry.end() || std::chrono::steady_clock::now() >= entry->second;
+    return entry == m_nextTry.end() || m_now() >= entry->second;
 }
 
 void UnreadableFiles::tried(const std::string& path, bool success)
@@ -26,9 +28,8 @@ void UnreadableFiles::tried(const std::string& path, bool success)
         m_nextTry.erase(path);
         return;
     }
-    const auto nextTry = std::chrono::steady_clock::now() + untilNextTry;
-    if (m_nextTry.insert_or_assign(path, nextTry).second)
-        qWarning("cannot read the media file %s", qUtf8Printable(QString::fromStdString(path)));
+    if (m_nextTry.insert_or_assign(path, m_now() + UntilNextTry).second)
+        qWarning("cannot read the media file %ls", qUtf16Printable(textOf(path)));
 }
 
 } // namespace rvengine

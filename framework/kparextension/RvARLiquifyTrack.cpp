@@ -45,9 +45,7 @@ void RvARLiquifyTrack::appendToLiquifyOperation(const RvARLiquifyOperation& oper
 {
     auto& liquify = nativeAs<NativeARLiquifyTrack>();
     change("RvARLiquifyTrack::appendToLiquifyOperation", liquify, operation);
-    liquify.confirm();
-    liquify.last = operation;
-    liquify.pending = true;
+    liquify.append(operation);
 }
 
 void RvARLiquifyTrack::confirmCurrentLiquify()
@@ -68,22 +66,20 @@ bool RvARLiquifyTrack::saveLiquifyConfig(const std::string& folder) const
     record("RvARLiquifyTrack::saveLiquifyConfig", liquify.id, folder);
     if (qrvkp::shouldFail("RvARLiquifyTrack::saveLiquifyConfig"))
         return false;
-    return saveStrokes(folder, {liquify.confirmed, liquify.last});
+    return saveStrokes(folder, liquify.id, {liquify.confirmed, liquify.last});
 }
 
 bool RvARLiquifyTrack::loadLiquifyConfig(const std::string& folder)
 {
     auto& liquify = nativeAs<NativeARLiquifyTrack>();
     change("RvARLiquifyTrack::loadLiquifyConfig", liquify, folder);
-    if (qrvkp::shouldFail("RvARLiquifyTrack::loadLiquifyConfig"))
-        return false;
-    auto strokes = loadStrokes(folder);
-    if (!strokes)
-        return false;
-    liquify.confirmed = std::move(strokes->confirmed);
-    liquify.last = strokes->last;
-    liquify.pending = false;
-    return true;
+    const bool fails = qrvkp::shouldFail("RvARLiquifyTrack::loadLiquifyConfig");
+    auto strokes = fails ? std::nullopt : loadStrokes(folder, liquify.id);
+    if (strokes)
+        liquify.replace(std::move(strokes->confirmed), strokes->last);
+    else
+        liquify.noteFailedLoad();
+    return strokes.has_value();
 }
 
 } // namespace qkpar

@@ -24,18 +24,25 @@ public:
 
     /// The stroke appended last, confirmed or not; all zero when there was none.
     RvARLiquifyOperation getAppendOperation() const;
-    /// Appends a stroke, pending until it is confirmed.
+    /// Appends a stroke, pending until it is confirmed. Right after a load that failed a stroke
+    /// that is the last one already changes nothing.
     void appendToLiquifyOperation(const RvARLiquifyOperation& operation);
     /// Confirms the pending stroke, if there is one.
     void confirmCurrentLiquify();
     /// The confirmed strokes, in the order in which they were made.
     std::vector<RvARLiquifyOperation> getConfirmedOperations() const;
 
-    /// Writes the confirmed strokes to an existing `folder`, a path in the local 8-bit encoding.
-    /// False when the folder cannot be written to.
+    /// Writes the confirmed strokes to an existing `folder`, a path in the local 8-bit encoding,
+    /// under the id of the track: tracks that share a folder have a file each. False when the
+    /// folder cannot be written to.
     bool saveLiquifyConfig(const std::string& folder) const;
     /// Replaces all strokes, the pending one too, by those saved in `folder`, a path in the local
-    /// 8-bit encoding. False and no change when nothing valid was saved there.
+    /// 8-bit encoding, under the id of the track. False when nothing valid was saved there.
+    ///
+    /// A load that fails leaves the strokes as they are. It takes back the stroke that was appended
+    /// right before it, when the track already had that one among its confirmed strokes: to append
+    /// the last stroke of a state and then to load its strokes is how a track is brought to that
+    /// state, and adds nothing when the state is lost.
     bool loadLiquifyConfig(const std::string& folder);
 
 protected:

@@ -22,9 +22,10 @@ public:
     std::string getModelPath() const;
     void setModelPath(const std::string& modelPath);
 
-    /// Acts on `track` alone from now on, until the track leaves its timeline. Takes over one
-    /// reference of `track`: a caller that goes on using it retains it first. `bindType` is a
-    /// framework-defined number. False and no change for a null track.
+    /// Acts on `track` alone from now on, which is remembered by its id: while no track of that id
+    /// stands on the timeline of this one, it acts on nothing. Takes over one reference of `track`:
+    /// a caller that goes on using it retains it first. `bindType` is a framework-defined number.
+    /// False and no change for a null track.
     bool bind(RvITrack* track, int bindType);
     /// Follows whatever lies below it.
     void bindDynamic();
@@ -35,7 +36,7 @@ public:
     int getActionRange() const;
     /// The type given to `bind`; 0 when no track is bound.
     int getMediaBindType() const;
-    /// The bound track with one reference, or null.
+    /// The bound track with one reference; null when there is none, and while it is away.
     RvITrack* getBindTrack() const;
 
 protected:

@@ -42,7 +42,7 @@ bool RvIEffectTrack::bindDetect(RvDetectionTrack* detection)
     }
     calls::change("RvIEffectTrack::bindDetect", effect, detection->getTrackID());
     if (!fails)
-        effect.detection.bind(NativeTrack::fromContext(detection->getContext()), 0);
+        effect.detection.bind(*NativeTrack::of(detection), 0);
     return !fails;
 }
 
@@ -63,7 +63,11 @@ RvITrack* RvIEffectTrack::getBindTrack() const
 
 RvDetectionTrack* RvIEffectTrack::getBindDetect() const
 {
-    return static_cast<RvDetectionTrack*>(wrapBoundTrack(nativeAs<NativeEffectTrack>().detection));
+    const auto detection = nativeAs<NativeEffectTrack>().detection.track();
+    // A track of another kind may have come under the id.
+    return detection && detection->type == RvTrackTypeDetection
+               ? static_cast<RvDetectionTrack*>(detection->wrap())
+               : nullptr;
 }
 
 } // namespace qrvkp

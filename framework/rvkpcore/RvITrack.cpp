@@ -59,8 +59,7 @@ std::uint64_t RvITrack::getTrackID() const
 void RvITrack::setTrackID(std::uint64_t id)
 {
     calls::change("RvITrack::setTrackID", *m_native, id);
-    reserveObjectId(id);
-    m_native->id = id;
+    m_native->setId(id);
 }
 
 std::string RvITrack::getTrackSource() const

@@ -51,8 +51,10 @@ RvKpApplication::RvKpApplication()
     : m_canvas(std::make_unique<Canvas>())
 {
     m_config.m_sizeChanged = [this] {
-        m_canvas->placement.canvasSize = {static_cast<double>(m_config.getKpSizeWidth()),
-                                          static_cast<double>(m_config.getKpSizeHeight())};
+        const QSizeF size(static_cast<double>(m_config.getKpSizeWidth()),
+                          static_cast<double>(m_config.getKpSizeHeight()));
+        m_player.setCanvasSize(size);
+        m_canvas->placement.canvasSize = size;
         m_canvas->layOut();
     };
     m_config.m_sizeChanged();

@@ -22,6 +22,9 @@ class RvITrack;
 /// The framework in a host's process: a host makes one after its `QApplication`. A
 /// `QCoreApplication`, or none, is enough for everything that is neither seen nor played.
 ///
+/// Several of them work side by side: each has a player, a canvas size and a view of its own, and
+/// may be destroyed while the others play.
+///
 /// Points on the canvas are px with the origin at the bottom left, y up. Points in the view are px
 /// of the viewport of the graphics view, y down. Points of a media track are px of its content with
 /// the origin at the bottom left of it, y up, before the track is scaled, rotated and placed.

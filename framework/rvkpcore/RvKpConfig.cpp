@@ -3,59 +3,36 @@
 
 #include <rvkpcore/RvKpConfig.h>
 
+#include <rvkpcore/private/ApplicationCanvas.h>
 #include <rvkpcore/private/CallRecorder.h>
-#include <rvkpcore/private/CurrentCanvas.h>
 #include <rvkpcore/private/SceneChanges.h>
-
-#include <atomic>
 
 namespace qrvkp {
 
-namespace {
-
-std::atomic<CanvasSize> canvasSize{CanvasSize()};
-
-} // namespace
-
-CanvasSize currentCanvasSize()
-{
-    return canvasSize.load();
-}
-
-void setCurrentCanvasSize(CanvasSize size)
-{
-    canvasSize = size;
-}
-
 RvKpConfig::RvKpConfig()
+    : m_canvas(std::make_unique<ApplicationCanvas>())
 {
-    setCurrentCanvasSize({m_width, m_height});
 }
 
-RvKpConfig::~RvKpConfig()
-{
-    setCurrentCanvasSize({});
-}
+RvKpConfig::~RvKpConfig() = default;
 
 float RvKpConfig::getKpSizeWidth() const
 {
-    return m_width;
+    return m_canvas->size().width;
 }
 
 float RvKpConfig::getKpSizeHeight() const
 {
-    return m_height;
+    return m_canvas->size().height;
 }
 
 void RvKpConfig::setKpSize(float width, float height)
 {
     calls::record("RvKpConfig::setKpSize", width, height);
-    m_width = width;
-    m_height = height;
-    setCurrentCanvasSize({width, height});
-    sceneChanged();
+    m_canvas->setSize({width, height});
     if (m_sizeChanged)
         m_sizeChanged();
+    sceneChanged();
 }
 
 } // namespace qrvkp

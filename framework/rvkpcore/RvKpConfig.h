@@ -6,10 +6,14 @@
 #include <rvkpcore/rvkpcore_export.h>
 
 #include <functional>
+#include <memory>
 
 namespace qrvkp {
 
-/// The configuration of an application: the size of its canvas. Belongs to its `RvKpApplication`.
+class ApplicationCanvas;
+
+/// The configuration of an application: the size of its canvas. Belongs to its `RvKpApplication`;
+/// that of another application is not touched.
 class RVKPCORE_EXPORT RvKpConfig
 {
 public:
@@ -21,14 +25,14 @@ public:
 
     float getKpSizeWidth() const;  ///< canvas px
     float getKpSizeHeight() const; ///< canvas px
-    /// Sets the canvas size in px; new media tracks are centred on it, and the view shows it.
+    /// Sets the canvas size in px, which the application's view shows and its player plays. New
+    /// media tracks and mattes are centred on the canvas of the oldest application of the process.
     void setKpSize(float width, float height);
 
 private:
     friend class RvKpApplication;
 
-    float m_width = 1920.0F;
-    float m_height = 1080.0F;
+    const std::unique_ptr<ApplicationCanvas> m_canvas;
     std::function<void()> m_sizeChanged; ///< told to the application
 };
 

@@ -6,6 +6,7 @@
 #include <rvkpcore/private/CallRecorder.h>
 #include <rvkpcore/private/FaultPoint.h>
 #include <rvkpcore/private/NativeGroup.h>
+#include <rvkpcore/private/NativeTimeline.h>
 
 #include <algorithm>
 
@@ -59,8 +60,9 @@ bool RvKpGroup::addTrack(RvITrack* track)
     calls::change("RvKpGroup::addTrack", *m_native, calls::IdOf{native});
     if (shouldFail("RvKpGroup::addTrack") || !native || native->isPlaced())
         return false;
-    native->listed = native->wrap();
-    m_native->tracks.push_back(native->listed);
+    m_native->tracks.push_back(native->enter(*m_native));
+    if (m_native->timeline)
+        m_native->timeline->forgetIds();
     return true;
 }
 
@@ -76,6 +78,8 @@ bool RvKpGroup::removeTrack(RvITrack* track)
         return false;
     RvITrack* listed = *place;
     tracks.erase(place);
+    if (m_native->timeline)
+        m_native->timeline->forgetIds();
     native->leave();
     listed->release();
     return true;

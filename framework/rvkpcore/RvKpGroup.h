@@ -33,7 +33,7 @@ public:
     /// Appends a track, which the group then holds itself. False and no change for a null track and
     /// for one that already stands in a group or on a timeline.
     bool addTrack(RvITrack* track);
-    /// Takes a track out of the group, which ends the bindings to it. False when it is not in it.
+    /// Takes a track out of the group. False when it is not in it.
     bool removeTrack(RvITrack* track);
     /// The tracks in order, each with one reference: the wrappers of their own kinds by which the
     /// group holds them, the same ones each time.

@@ -4,6 +4,7 @@
 #include <rvkpcore/RvKpPlayer.h>
 
 #include <engine/Exporter.h>
+#include <engine/Notice.h>
 #include <engine/Playback.h>
 #include <rvkpcore/private/CallRecorder.h>
 #include <rvkpcore/private/SceneCapture.h>
@@ -44,14 +45,14 @@ QString stateText(RvKpPlayerState state)
 struct RvKpPlayer::Impl
 {
     explicit Impl(RvKpPlayer& player)
-        : watch([this, &player] {
+        : edited(&player, &RvKpPlayer::publish)
+        , rendered(&player, &RvKpPlayer::takeNews)
+        , saved(&player, &RvKpPlayer::takeSaveNews)
+        , watch([this] {
             outdated = true;
-            player.publishLater();
+            edited.give();
         })
-        , playback([&player] {
-            QMetaObject::invokeMethod(
-                &player, [&player] { player.takeNews(); }, Qt::QueuedConnection);
-        })
+        , playback([this] { rendered.give(); })
     {
     }
 
@@ -60,12 +61,18 @@ struct RvKpPlayer::Impl
 
     RvKpPlayerState state = RvKpPlayerIdle;
     bool startWhenPrepared = false;
-    bool sought = false; ///< there was a seek since the last news
+    bool pauseWhenPrepared = false; ///< a seek of a stopped player began to prepare it
+    bool sought = false;            ///< there was a seek since the last news
     /// Something has to wait until the player is unlocked.
     std::atomic<bool> heldUp{false};
     /// The timeline is not any more what is played.
     std::atomic<bool> outdated{false};
+    /// Written by whatever thread edits under the lock.
+    std::atomic<CanvasSize> canvas{CanvasSize()};
 
+    rvengine::Notice edited;
+    rvengine::Notice rendered;
+    rvengine::Notice saved;
     SceneWatch watch;
     rvengine::Playback playback;
     std::unique_ptr<rvengine::Exporter> exporter;
@@ -111,11 +118,18 @@ void RvKpPlayer::setTimeLine(RvKpTimeLine* timeline)
     m_impl->outdated = false;
     m_impl->playback.setScene(nullptr);
     emit sigPictureRendered(QImage());
+    emit sigRenderTimeChanged(getCurrentPosition());
 }
 
 void RvKpPlayer::prepareAsync()
 {
     calls::record("RvKpPlayer::prepareAsync");
+    m_impl->pauseWhenPrepared = false;
+    prepare();
+}
+
+void RvKpPlayer::prepare()
+{
     if (!m_impl->timeline || m_impl->state == RvKpPlayerPreparing)
         return;
     moveTo(m_impl->state == RvKpPlayerCompleted ? 0 : getCurrentPosition());
@@ -123,16 +137,19 @@ void RvKpPlayer::prepareAsync()
     m_impl->startWhenPrepared = false;
     setState(RvKpPlayerPreparing);
     QMetaObject::invokeMethod(
-        this,
-        [this] {
-            if (m_impl->state != RvKpPlayerPreparing)
-                return;
-            publish();
-            setState(RvKpPlayerPrepared);
-            if (m_impl->startWhenPrepared)
-                play();
-        },
-        Qt::QueuedConnection);
+        this, [this] { finishPreparing(); }, Qt::QueuedConnection);
+}
+
+void RvKpPlayer::finishPreparing()
+{
+    if (m_impl->state != RvKpPlayerPreparing)
+        return;
+    publish();
+    setState(RvKpPlayerPrepared);
+    if (m_impl->startWhenPrepared)
+        play();
+    else if (m_impl->pauseWhenPrepared && m_impl->state == RvKpPlayerPrepared)
+        setState(RvKpPlayerPaused);
 }
 
 void RvKpPlayer::start()
@@ -196,13 +213,18 @@ void RvKpPlayer::seekTo(long long position, bool exact)
     calls::record("RvKpPlayer::seekTo", position, exact);
     m_impl->sought = true;
     moveTo(std::clamp(position, 0LL, getDuration()));
+    if (m_impl->state == RvKpPlayerPrepared || m_impl->state == RvKpPlayerCompleted) {
+        setState(RvKpPlayerPaused);
+    } else if (m_impl->state == RvKpPlayerStopped) {
+        m_impl->pauseWhenPrepared = true;
+        prepare();
+    }
     emit sigRenderTimeChanged(getCurrentPosition());
 }
 
 long long RvKpPlayer::getCurrentPosition() const
 {
-    const long long position = m_impl->playback.position();
-    return isPlaying() ? std::min(position, getDuration()) : position;
+    return std::min(m_impl->playback.position(), getDuration());
 }
 
 long long RvKpPlayer::getDuration() const
@@ -235,6 +257,11 @@ void RvKpPlayer::setPictureSize(const QSize& size)
     m_impl->playback.setPictureSize(size);
 }
 
+void RvKpPlayer::setCanvasSize(const QSizeF& size)
+{
+    m_impl->canvas = {static_cast<float>(size.width()), static_cast<float>(size.height())};
+}
+
 bool RvKpPlayer::startSave(const std::string& path, const RvKpSaveSettings& settings)
 {
     calls::record("RvKpPlayer::startSave", path);
@@ -242,7 +269,7 @@ bool RvKpPlayer::startSave(const std::string& path, const RvKpSaveSettings& sett
     if (!timeline)
         return false;
     m_impl->playback.gate().close();
-    const auto scene = captureScene(*timeline, currentCanvasSize());
+    const auto scene = captureScene(*timeline, m_impl->canvas);
     if (m_impl->playback.gate().open())
         goOn();
     timeline->release();
@@ -253,10 +280,7 @@ bool RvKpPlayer::startSave(const std::string& path, const RvKpSaveSettings& sett
     const rvengine::ExportSettings wanted{QSize(settings.width, settings.height),
                                           settings.frameRate, settings.videoBitRate,
                                           settings.audioBitRate};
-    m_impl->exporter = rvengine::startExport(scene, path, wanted, [this] {
-        QMetaObject::invokeMethod(
-            this, [this] { takeSaveNews(); }, Qt::QueuedConnection);
-    });
+    m_impl->exporter = rvengine::startExport(scene, path, wanted, [this] { m_impl->saved.give(); });
     return m_impl->exporter != nullptr;
 }
 
@@ -325,9 +349,8 @@ void RvKpPlayer::goOn()
 {
     if (!m_impl->heldUp.exchange(false))
         return;
-    publishLater();
-    QMetaObject::invokeMethod(
-        this, [this] { takeNews(); }, Qt::QueuedConnection);
+    m_impl->edited.give();
+    m_impl->rendered.give();
 }
 
 void RvKpPlayer::setState(RvKpPlayerState state)
@@ -336,12 +359,6 @@ void RvKpPlayer::setState(RvKpPlayerState state)
         return;
     m_impl->state = state;
     emit sigStateChanged(state, stateText(state));
-}
-
-void RvKpPlayer::publishLater()
-{
-    QMetaObject::invokeMethod(
-        this, [this] { publish(); }, Qt::QueuedConnection);
 }
 
 void RvKpPlayer::publish()
@@ -356,7 +373,7 @@ void RvKpPlayer::publish()
     m_impl->outdated = false;
     m_impl->watch.arm();
     if (RvKpTimeLine* timeline = getTimeLine()) {
-        m_impl->playback.setScene(captureScene(*timeline, currentCanvasSize()));
+        m_impl->playback.setScene(captureScene(*timeline, m_impl->canvas));
         timeline->release();
     }
     if (gate.open())
@@ -381,6 +398,8 @@ void RvKpPlayer::takeNews()
         emit sigPictureRendered(picture);
     if (isPlaying())
         tick(duration);
+    else if (m_impl->state != RvKpPlayerIdle)
+        emit sigRenderTimeChanged(std::min(m_impl->playback.position(), duration));
 }
 
 void RvKpPlayer::tick(long long duration)

@@ -9,6 +9,7 @@
 #include <QImage>
 #include <QObject>
 #include <QSize>
+#include <QSizeF>
 #include <QString>
 
 #include <memory>
@@ -57,7 +58,8 @@ public:
     void setTimeLine(RvKpTimeLine* timeline);
 
     /// Gets ready to play from the current position, from the beginning when it was completed:
-    /// preparing at once, prepared from the event loop. Does nothing without a timeline.
+    /// preparing at once, prepared from the event loop. Does nothing without a timeline. If a seek
+    /// of a stopped player is preparing it already, it ends prepared and not paused.
     void prepareAsync();
     /// Plays from the current position, from the beginning when it was completed. While preparing
     /// it takes effect once prepared; does nothing while idle.
@@ -68,10 +70,15 @@ public:
     void stop();
     /// Goes to a position, clamped to the timeline. `exact` false lets a player pick a nearby frame
     /// that is faster to show.
+    ///
+    /// A prepared or completed player is paused there, and `start` plays on from it. A stopped one
+    /// is prepared first: preparing at once, prepared and paused from the event loop. In all other
+    /// states a seek leaves the state as it is.
     void seekTo(long long position, bool exact);
 
-    long long getCurrentPosition() const; ///< ms
-    long long getDuration() const;        ///< ms; 0 without a timeline
+    /// ms, never behind the end of the timeline.
+    long long getCurrentPosition() const;
+    long long getDuration() const; ///< ms; 0 without a timeline
     /// A value of `RvKpPlayerState`.
     int getState() const;
     bool isPlaying() const;
@@ -98,7 +105,8 @@ public:
 signals:
     /// The state and a text that names it.
     void sigStateChanged(int state, const QString& text);
-    /// The position, while playing and after a seek.
+    /// The position: with a seek, with a new timeline, and with every new picture in any state but
+    /// idle, so also after an edit that changed the length. Comes without a view, too.
     void sigRenderTimeChanged(long long position);
     /// A picture of the canvas was made, in the size that was set; null when there is nothing to
     /// show.
@@ -116,16 +124,20 @@ public:
     /// Sets the size in px of the pictures that are made. Empty, as it is at first, makes none: the
     /// view of the application sets it.
     void setPictureSize(const QSize& size);
+    /// Sets the size of the canvas that is played and saved, canvas px; 1920 x 1080 at first. The
+    /// application sets that of its configuration. Thread-safe.
+    void setCanvasSize(const QSizeF& size);
 
 private:
     struct Impl;
 
     void setState(RvKpPlayerState state);
+    void prepare();
+    void finishPreparing();
     void play();
     void halt();
     void moveTo(long long position);
     void publish();
-    void publishLater();
     void takeNews();
     void tick(long long duration);
     void waitForUnlock();

@@ -5,8 +5,7 @@
 
 #include <rvkpcore/private/CallRecorder.h>
 #include <rvkpcore/private/FaultPoint.h>
-#include <rvkpcore/private/NativeGroup.h>
-#include <rvkpcore/private/OrderedSequence.h>
+#include <rvkpcore/private/NativeTimeline.h>
 
 #include <algorithm>
 #include <limits>
@@ -14,11 +13,6 @@
 namespace qrvkp {
 
 namespace {
-
-NativeGroup* nativeOf(const RvKpGroup* group)
-{
-    return group ? static_cast<NativeGroup*>(group->getContext()) : nullptr;
-}
 
 calls::IdOf<NativeGroup> idOf(const RvKpGroup* group)
 {
@@ -30,62 +24,19 @@ calls::IdOf<NativeTrack> idOf(const RvITrack* track)
     return {NativeTrack::of(track)};
 }
 
-/// Where a timeline's sequences keep the places of its groups and mix tracks.
-struct PlaceOf
-{
-    const void*& operator()(const RvKpGroup* group) const { return nativeOf(group)->place; }
-    const void*& operator()(const RvITrack* track) const { return NativeTrack::of(track)->place; }
-};
-
 std::size_t clampedPosition(int position)
 {
     return static_cast<std::size_t>(std::max(position, 0));
 }
 
-/// The group leaves its timeline: its tracks stay in it, but the bindings to them end.
-void leave(NativeGroup& group)
-{
-    group.place = nullptr;
-    for (const RvITrack* track : group.tracks)
-        ++NativeTrack::of(track)->detachments;
-}
-
 } // namespace
 
-struct RvKpTimeLine::Content
-{
-    // Each item holds one reference of the timeline's. The mix tracks are wrappers made once: a
-    // list of them costs no allocation, and does not touch the native tracks.
-    OrderedSequence<RvKpGroup*, PlaceOf> groups;
-    OrderedSequence<RvITrack*, PlaceOf> mixTracks;
-
-    bool insert(RvKpGroup* group, std::size_t position)
-    {
-        NativeGroup* native = nativeOf(group);
-        if (!native || native->place)
-            return false;
-        group->retain();
-        groups.insert(position, group);
-        return true;
-    }
-};
-
 RvKpTimeLine::RvKpTimeLine()
-    : m_content(std::make_unique<Content>())
+    : m_native(std::make_unique<NativeTimeline>())
 {
 }
 
-RvKpTimeLine::~RvKpTimeLine()
-{
-    m_content->groups.forEach([](RvKpGroup* group) {
-        leave(*nativeOf(group));
-        group->release();
-    });
-    m_content->mixTracks.forEach([](RvITrack* track) {
-        NativeTrack::of(track)->leave();
-        track->release();
-    });
-}
+RvKpTimeLine::~RvKpTimeLine() = default;
 
 RvKpTimeLine* RvKpTimeLine::create()
 {
@@ -100,8 +51,8 @@ RvKpTimeLine* RvKpTimeLine::create()
 std::vector<RvKpGroup*> RvKpTimeLine::getGroups() const
 {
     std::vector<RvKpGroup*> groups;
-    groups.reserve(m_content->groups.size());
-    m_content->groups.forEach([&](RvKpGroup* group) {
+    groups.reserve(m_native->groups.size());
+    m_native->groups.forEach([&](RvKpGroup* group) {
         group->retain();
         groups.push_back(group);
     });
@@ -111,8 +62,8 @@ std::vector<RvKpGroup*> RvKpTimeLine::getGroups() const
 std::vector<RvITrack*> RvKpTimeLine::getMixTracks() const
 {
     std::vector<RvITrack*> tracks;
-    tracks.reserve(m_content->mixTracks.size());
-    m_content->mixTracks.forEach([&](RvITrack* track) {
+    tracks.reserve(m_native->mixTracks.size());
+    m_native->mixTracks.forEach([&](RvITrack* track) {
         track->retain();
         tracks.push_back(track);
     });
@@ -124,7 +75,7 @@ bool RvKpTimeLine::insertGroup(RvKpGroup* group, int position)
     calls::record("RvKpTimeLine::insertGroup", idOf(group), position);
     sceneChanged();
     return !shouldFail("RvKpTimeLine::insertGroup") &&
-           m_content->insert(group, clampedPosition(position));
+           m_native->insertGroup(group, clampedPosition(position));
 }
 
 bool RvKpTimeLine::pushBackGroup(RvKpGroup* group)
@@ -132,14 +83,14 @@ bool RvKpTimeLine::pushBackGroup(RvKpGroup* group)
     calls::record("RvKpTimeLine::pushBackGroup", idOf(group));
     sceneChanged();
     return !shouldFail("RvKpTimeLine::pushBackGroup") &&
-           m_content->insert(group, m_content->groups.size());
+           m_native->insertGroup(group, m_native->groups.size());
 }
 
 bool RvKpTimeLine::changeGroupPosition(RvKpGroup* group, int position)
 {
     calls::record("RvKpTimeLine::changeGroupPosition", idOf(group), position);
     sceneChanged();
-    auto& groups = m_content->groups;
+    auto& groups = m_native->groups;
     if (shouldFail("RvKpTimeLine::changeGroupPosition") || !group || !groups.contains(group))
         return false;
     const std::size_t target = std::min(clampedPosition(position), groups.size() - 1);
@@ -154,11 +105,9 @@ bool RvKpTimeLine::removeGroup(RvKpGroup* group)
 {
     calls::record("RvKpTimeLine::removeGroup", idOf(group));
     sceneChanged();
-    if (shouldFail("RvKpTimeLine::removeGroup") || !group || !m_content->groups.contains(group))
+    if (shouldFail("RvKpTimeLine::removeGroup") || !group || !m_native->groups.contains(group))
         return false;
-    m_content->groups.erase(group);
-    leave(*nativeOf(group));
-    group->release();
+    m_native->removeGroup(group);
     return true;
 }
 
@@ -169,8 +118,7 @@ bool RvKpTimeLine::addMixTrack(RvITrack* track)
     NativeTrack* native = NativeTrack::of(track);
     if (shouldFail("RvKpTimeLine::addMixTrack") || !native || native->isPlaced())
         return false;
-    native->listed = native->wrap();
-    m_content->mixTracks.insert(m_content->mixTracks.size(), native->listed);
+    m_native->addMixTrack(*native);
     return true;
 }
 
@@ -180,12 +128,9 @@ bool RvKpTimeLine::removeMixTrack(RvITrack* track)
     sceneChanged();
     NativeTrack* native = NativeTrack::of(track);
     if (shouldFail("RvKpTimeLine::removeMixTrack") || !native || !native->isPlaced() ||
-        !m_content->mixTracks.contains(native->listed))
+        !m_native->mixTracks.contains(native->listed))
         return false;
-    RvITrack* listed = native->listed;
-    m_content->mixTracks.erase(listed);
-    native->leave();
-    listed->release();
+    m_native->removeMixTrack(*native);
     return true;
 }
 
@@ -195,9 +140,9 @@ long long RvKpTimeLine::getDuration() const
     constexpr long long longest = std::numeric_limits<long long>::max();
     const auto sum = [](long long a, long long b) { return a > longest - b ? longest : a + b; };
     long long end = 0;
-    m_content->groups.forEach(
+    m_native->groups.forEach(
         [&](const RvKpGroup* group) { end = sum(end, std::max(group->getDuration(), 0LL)); });
-    m_content->mixTracks.forEach([&](const RvITrack* track) {
+    m_native->mixTracks.forEach([&](const RvITrack* track) {
         end = std::max(end, sum(track->getStartPos(), std::max(track->getDuration(), 0LL)));
     });
     return end;

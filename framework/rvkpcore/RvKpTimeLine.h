@@ -11,6 +11,8 @@
 
 namespace qrvkp {
 
+class NativeTimeline;
+
 /// A timeline: groups one after the other on the main line, and mix tracks over them.
 ///
 /// The timeline holds its groups and tracks itself. Not thread-safe: it belongs to the host's
@@ -35,15 +37,17 @@ public:
     /// Moves a group so that it then stands at `position`, counted without the group itself and
     /// clamped as in `insertGroup`. False and no change for a group that is not on this timeline.
     bool changeGroupPosition(RvKpGroup* group, int position);
-    /// Takes a group off the timeline, which ends the bindings to its tracks. Does nothing for null
-    /// and for a group that is not on this timeline (false).
+    /// Takes a group off the timeline; what is bound to its tracks acts on nothing until tracks of
+    /// their ids are back. Does nothing for null and for a group that is not on this timeline
+    /// (false).
     bool removeGroup(RvKpGroup* group);
 
-    /// Adds a track over the main line. False and no change for a null track and for one that
+    /// Adds a track over the main line: above those of a lower z-order and, of the same z-order,
+    /// above those of a lower id. False and no change for a null track and for one that
     /// already stands in a group or on a timeline.
     bool addMixTrack(RvITrack* track);
-    /// Takes a mix track off the timeline, which ends the bindings to it. Does nothing for null and
-    /// for a track that is not on this timeline (false).
+    /// Takes a mix track off the timeline; what is bound to it acts on nothing until a track of its
+    /// id is back. Does nothing for null and for a track that is not on this timeline (false).
     bool removeMixTrack(RvITrack* track);
 
     /// Length in ms: where the last group or mix track ends.
@@ -57,8 +61,7 @@ protected:
     ~RvKpTimeLine() override;
 
 private:
-    struct Content;
-    std::unique_ptr<Content> m_content;
+    std::unique_ptr<NativeTimeline> m_native;
 };
 
 } // namespace qrvkp

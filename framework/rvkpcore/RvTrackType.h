@@ -28,6 +28,7 @@ enum RvActionRange : int {
     RvActionRangeGlobal = 0,  ///< bound to nothing: acts on the whole canvas
     RvActionRangeTrack = 1,   ///< bound to one track
     RvActionRangeDynamic = 2, ///< follows whatever lies below it
+    RvActionRangeAway = 3,    ///< bound to a track that is not there now: acts on nothing
 };
 
 } // namespace qrvkp

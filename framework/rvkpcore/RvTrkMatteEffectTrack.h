@@ -16,8 +16,8 @@ enum RvMatteBlendMode : int {};
 /// number and always fills the path.
 enum RvMattePathType : int {};
 
-/// A matte (type 105): cuts the track that it is bound to. Without a binding it cuts the whole
-/// canvas, bound dynamically what lies below it.
+/// A matte (type 105): cuts the track that it is bound to, nothing while that is away. Without a
+/// binding it cuts the whole canvas, bound dynamically what lies below it.
 ///
 /// Its shape is a path within a box. The middle of the box stands on the centre of the matte; what
 /// is inside the path is seen. Until a path is set nothing is cut.

@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include <norvel/global.h>
-
 #include <cstdint>
 
 namespace norvel {
@@ -17,9 +15,9 @@ namespace norvel {
 ///
 /// \param counter ticks of the clock, 0 or more
 /// \param frequency ticks a second, from 1 to 10^12
-NORVEL_AUTOTEST_EXPORT std::uint64_t recordIdentity(std::int64_t counter, std::int64_t frequency);
+std::uint64_t recordIdentity(std::int64_t counter, std::int64_t frequency);
 
 /// The identity of a record made now, by the machine's high-resolution monotonic clock.
-NORVEL_AUTOTEST_EXPORT std::uint64_t newRecordIdentity();
+std::uint64_t newRecordIdentity();
 
 } // namespace norvel

@@ -9,6 +9,9 @@ namespace norvel {
 
 QString jsonText(const std::string& utf8)
 {
+    // Qt takes a U+FEFF at the start for a byte order mark and drops it: something else goes first.
+    if (utf8.compare(0, 3, "\xEF\xBB\xBF") == 0)
+        return QString::fromStdString(' ' + utf8).mid(1);
     return QString::fromStdString(utf8);
 }
 

@@ -39,6 +39,10 @@ struct NORVEL_EXPORT RvAttribute
     /// all compared fields are equal and ReturnChanged if not. Floats compare exactly: a NaN
     /// differs from itself, and -0 equals 0. Neither record is changed.
     ///
+    /// A class of a host's own may answer by other rules. `RvAttributeUtility::updateTimeLine` asks
+    /// it about every old record of exactly that class, in their order, and goes by the first
+    /// answer that is ReturnSame or ReturnChanged.
+    ///
     /// \throws std::bad_cast if \p other is not of the kind whose `compare` this is (or derived).
     virtual RvReturnVlaue compare(RvAttribute* other) const;
 

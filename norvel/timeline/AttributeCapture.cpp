@@ -3,6 +3,7 @@
 
 #include <norvel/timeline/RvAttributeUtility.h>
 
+#include <norvel/timeline/private/LiquifyCapture.h>
 #include <norvel/timeline/private/Reference.h>
 #include <norvel/timeline/private/TrackTypes.h>
 
@@ -21,9 +22,7 @@
 #include <rvkpcore/RvTrackType.h>
 
 #include <QDateTime>
-#include <QDir>
 #include <QLoggingCategory>
-#include <QStandardPaths>
 
 namespace norvel {
 
@@ -52,20 +51,6 @@ void fillTarget(Record* record, Track* track)
         return;
     if (const auto target = adopt(track->getBindTrack()))
         record->target.push_back(target->getTrackID());
-}
-
-/// A new folder of the undo cache for the strokes of a liquify track; two captures within one
-/// millisecond share it.
-QString makeLiquifyCacheFolder()
-{
-    std::string& root = RvAttributeUtility::_sCacheDir;
-    if (root.empty())
-        root = QStandardPaths::writableLocation(QStandardPaths::CacheLocation).toStdString();
-    const QString folder = QString::fromStdString(root) + QStringLiteral("/Norvel/Undo/") +
-                           QString::number(QDateTime::currentMSecsSinceEpoch());
-    if (!QDir(folder).exists())
-        QDir().mkpath(folder);
-    return folder;
 }
 
 } // namespace
@@ -311,20 +296,7 @@ void RvAttributeUtility::fillARLiquifyAttributeValue(RvARLiquifyAttribute* recor
                                                      qkpar::RvARLiquifyTrack* track)
 {
     fillARBeautyAttributeValue(record, track);
-    const qkpar::RvARLiquifyOperation operation = track->getAppendOperation();
-    record->centerX = operation.centerX;
-    record->centerY = operation.centerY;
-    record->radius = operation.radius;
-    record->strength = operation.strength;
-    record->movePoints = operation.movePoints;
-    record->liquifyStyle = operation.liquifyStyle;
-
-    const QString folder = makeLiquifyCacheFolder();
-    track->confirmCurrentLiquify();
-    if (track->saveLiquifyConfig(folder.toLocal8Bit().toStdString())) {
-        record->effectPath = folder;
-        _sCurrentCacheLiquefyDir = folder.toStdString();
-    }
+    captureStrokes(*record, *track, QDateTime::currentMSecsSinceEpoch());
 }
 
 void RvAttributeUtility::fillARFrameAttributeValue(RvARFrameAttribute* record,

@@ -28,6 +28,14 @@ bool isKnown(RvReturnVlaue result)
     return result == ReturnSame || result == ReturnChanged;
 }
 
+/// Keeps the identity of a new record. A record of a class of the host's own may be the same track
+/// as an old one of another uuid: then the other list may have the one that is kept.
+void keep(AttributeIndex& list, AttributeIndex& otherList, std::uint64_t uuid)
+{
+    if (!list.keep(uuid))
+        otherList.keep(uuid);
+}
+
 /// Puts a created track over the main line.
 void addToMix(TimelineIndex& timeline, qrvkp::RvITrack* track)
 {
@@ -98,7 +106,7 @@ void RvAttributeUtility::updateTimeLine(qrvkp::RvKpTimeLine* timeline,
         prefetchRecord(oldDescription->mainAttribs, i, comparedLines);
         RvAttribute* record = mainRecords[i];
         if (isMedia(record) && isKnown(updateMainMediaTrack(index, oldMain, record, position++)))
-            oldMain.keep(record->uuid);
+            keep(oldMain, oldMix, record->uuid);
     }
 
     // The media come first, then the others. Comparing touches no track, so one walk compares all
@@ -114,7 +122,7 @@ void RvAttributeUtility::updateTimeLine(qrvkp::RvKpTimeLine* timeline,
         const RvReturnVlaue result =
             media ? updateMixMediaTrack(index, oldMix, record) : oldMix.compare(record);
         if (isKnown(result))
-            oldMix.keep(record->uuid);
+            keep(oldMix, oldMain, record->uuid);
         if (!media && (result == ReturnChanged || result == ReturnNotFound))
             others.emplace_back(record, result);
     }

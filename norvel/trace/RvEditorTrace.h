@@ -28,6 +28,10 @@ namespace norvel {
 /// they reconcile the live timeline from the current description to the one beside it, with the
 /// player locked meanwhile.
 ///
+/// The live timeline is whatever timeline the player has at that moment. While the same application
+/// shows something else, for instance in a compare player, a host must not record, undo or redo:
+/// that would work on the other timeline.
+///
 /// Thread-safe but for `getCurrentCacheData` and `setCacheDir`: every other operation is serialised
 /// by the trace's own mutex. Failures are boolean results; a mutex that cannot be locked throws
 /// `std::system_error`.
@@ -84,6 +88,9 @@ public:
 
     /// Writes the current description and one captured from the live timeline to standard output,
     /// as JSON. Nothing while the history is empty.
+    ///
+    /// Changes the live timeline as every capture does: a liquify track's pending stroke is
+    /// confirmed, and its strokes are saved to a new folder of the undo cache.
     void printStatus();
 
 private:

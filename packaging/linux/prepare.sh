@@ -70,7 +70,9 @@ prepare_packages() {
 prepare_compiler_cache() {
     CCACHE_BASEDIR=$PWD
     CCACHE_NOHASHDIR=1
-    export CCACHE_BASEDIR CCACHE_NOHASHDIR
+    # Without these it keeps nothing that is compiled with precompiled headers.
+    CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+    export CCACHE_BASEDIR CCACHE_NOHASHDIR CCACHE_SLOPPINESS
 }
 
 # prepare_build PRESET [TARGET...]: configures what is not configured yet, and builds.

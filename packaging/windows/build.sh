@@ -72,24 +72,26 @@ configure() {
         -DCMAKE_BUILD_TYPE=Release "-DCMAKE_CXX_FLAGS_RELEASE=-O2 -DNDEBUG" "$@" >&2
 }
 
-# build_norvel FOLDER OPTION...: norvel with the framework that has no engine.
-build_norvel() {
-    local folder=$1 remembered=$build/$1/CMakeCache.txt
-    shift
-    # CMake goes on with the Qt that it found first.
-    if [[ -f $remembered ]] && ! grep -qxF "Qt5_DIR:PATH=$qt/lib/cmake/Qt5" "$remembered"; then
-        rm "$remembered"
-    fi
-    configure "$folder" . -DNORVEL_ENGINE=none \
-        "-DNORVEL_WINDOWS_PREFIXES=$qt;$build/googletest" "$@" &&
-        cmake --build "$build/$folder" >&2
-}
-
 build_googletest() {
+    [[ ! -f $build/googletest/lib/libgtest.a ]] || return 0
     configure googletest-build /usr/src/googletest -DBUILD_GMOCK=OFF \
         "-DCMAKE_INSTALL_PREFIX=$build/googletest" &&
         cmake --build "$build/googletest-build" >&2 &&
         cmake --install "$build/googletest-build" >&2
+}
+
+# build_norvel [TARGET...]: norvel with the framework that has no engine, in build/windows/norvel.
+# One build serves the zip and the tests.
+build_norvel() {
+    local remembered=$build/norvel/CMakeCache.txt targets=()
+    (($# == 0)) || targets=(--target "$@")
+    # CMake goes on with the Qt that it found first.
+    if [[ -f $remembered ]] && ! grep -qxF "Qt5_DIR:PATH=$qt/lib/cmake/Qt5" "$remembered"; then
+        rm "$remembered"
+    fi
+    build_googletest && configure norvel . -DNORVEL_ENGINE=none \
+        "-DNORVEL_WINDOWS_PREFIXES=$qt;$build/googletest" &&
+        cmake --build "$build/norvel" "${targets[@]}" >&2
 }
 
 # The programs that tests run, as programs of Windows: the machine's own, see UnixProgram.cpp.
@@ -128,8 +130,8 @@ start_wine() {
 }
 
 stage_package() {
-    build_norvel package -DNORVEL_BUILD_TESTS=OFF &&
-        make_package "$qt" "$build/package" "$build/$package" >&2 || return
+    build_norvel norvel norvel-embedding norvel-tour &&
+        make_package "$qt" "$build/norvel" "$build/$package" >&2 || return
     (cd "$build" && rm -f "$package.zip" && zip -qr "$package.zip" "$package") || return
     say "$build/$package.zip: $(stat -c %s "$build/$package.zip") bytes"
 }
@@ -139,20 +141,18 @@ stage_checks() {
     local unpacked=$build/unpacked
     rm -rf "$unpacked"
     unzip -q "$build/$package.zip" -d "$unpacked" || return
-    prepare_build dev norvel || return
-    run_checks "$unpacked/$package" build/dev/lib/libnorvel.so
+    run_checks "$unpacked/$package"
 }
 
 prepare_tests() {
-    build_googletest && build_norvel tests -DNORVEL_BUILD_TESTS=ON &&
-        build_unix_programs && deploy_runtime "$qt" "$build/tests"
+    build_norvel && build_unix_programs && deploy_runtime "$qt" "$build/norvel"
 }
 
 stage_tests() {
     prepare_tests || return
     say "Left out, for they need MLT, FFmpeg's libraries, PulseAudio or what Linux alone has:"
-    sed 's/^/    /' "$build/tests/left-out-tests.txt" >&2
-    count_tests windows-offscreen ctest --test-dir "$build/tests" --output-on-failure \
+    sed 's/^/    /' "$build/norvel/left-out-tests.txt" >&2
+    count_tests windows-offscreen ctest --test-dir "$build/norvel" --output-on-failure \
         --label-exclude '^(packages|recording)$'
 }
 
@@ -164,14 +164,14 @@ stage_chinese() {
     mkdir -p "$locales"
     # It warns of what other encodings would make of the names.
     localedef -c -i zh_CN -f UTF-8 "$locales/zh_CN.UTF-8" 2>/dev/null || true
-    LOCPATH=$locales LC_ALL=zh_CN.UTF-8 count_tests "$1" ctest --test-dir "$build/tests" \
+    LOCPATH=$locales LC_ALL=zh_CN.UTF-8 count_tests "$1" ctest --test-dir "$build/norvel" \
         --output-on-failure --tests-regex '^(framework|systemstatus|timeline|tour)_test$'
 }
 
 # The widgets in windows of Windows; one program at a time, for there is one pointer and one focus.
 stage_windows_platform() {
     prepare_tests || return
-    jobs=1 NORVEL_WINE_QPA=windows count_tests "$1" ctest --test-dir "$build/tests" --output-on-failure \
+    jobs=1 NORVEL_WINE_QPA=windows count_tests "$1" ctest --test-dir "$build/norvel" --output-on-failure \
         --label-regex '^widgets$' --label-exclude '^recording$'
 }
 
@@ -190,7 +190,7 @@ stage_recording() {
     ffmpeg -v error -nostdin -re -f lavfi -i "aevalsrc=0.5*sin(2*PI*$tone*t):s=48000" \
         -f pulse -buffer_duration 40 -device norvel_sink tone >&2 &
     local player=$!
-    NORVEL_TONE=$tone count_tests "$1" ctest --test-dir "$build/tests" --output-on-failure \
+    NORVEL_TONE=$tone count_tests "$1" ctest --test-dir "$build/norvel" --output-on-failure \
         --label-regex '^recording$' || status=$?
     kill "$player" "$server"
     wait "$player" "$server" || true

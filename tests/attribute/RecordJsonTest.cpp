@@ -710,6 +710,27 @@ TEST(RecordJsonTest, TextIsUtf8)
         << record.serialization();
 }
 
+TEST(RecordJsonTest, TextMayBeginWithAByteOrderMark)
+{
+    const std::string marked = "\xef\xbb\xbf\xef\xbb\xbfmarked";
+    RvDetectAttribute detect;
+    detect.source = "\xef\xbb\xbf";
+    detect.modePath = marked;
+    EXPECT_TRUE(holds(detect, "\"source\": \"\xef\xbb\xbf\","));
+    EXPECT_TRUE(holds(detect, "\"modePath\": \"" + marked + "\","));
+
+    RvARMakeupAttribute makeup;
+    makeup.globalParamConfiguration = marked;
+    makeup.scriptParams = {{"marked", "1"}, {marked, marked}};
+    makeup.groupDatas = {makeupGroup(1, marked)};
+    makeup.groupOrders = {marked, "plain"};
+    EXPECT_TRUE(holds(makeup, "\"globalParamConfiguration\": \"" + marked + "\","));
+    EXPECT_TRUE(holds(makeup, "\"marked\": \"1\""));
+    EXPECT_TRUE(holds(makeup, "\"" + marked + "\": \"" + marked + "\""));
+    EXPECT_TRUE(holds(makeup, "\"groupName\": \"" + marked + "\""));
+    EXPECT_TRUE(holds(makeup, "\"" + marked + "\",\n        \"plain\""));
+}
+
 TEST(RecordJsonTest, BytesThatAreNoUtf8AreReplaced)
 {
     RvAttribute record;

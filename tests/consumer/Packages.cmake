@@ -14,7 +14,7 @@ function(norvel_add_package_test name script)
         "-DVERSION=${PROJECT_VERSION}" "-DVERSION_MAJOR=${PROJECT_VERSION_MAJOR}"
         "-DGENERATOR=${CMAKE_GENERATOR}" "-DCXX_COMPILER=${CMAKE_CXX_COMPILER}"
         -P "${PROJECT_SOURCE_DIR}/tests/consumer/${script}")
-    set_tests_properties(${name} PROPERTIES LABELS packages TIMEOUT 1200)
+    set_tests_properties(${name} PROPERTIES LABELS packages TIMEOUT ${norvel_test_timeout})
 endfunction()
 
 norvel_add_package_test(packages_install Install.cmake)

@@ -11,7 +11,7 @@
 #include <cstdio>
 #include <memory>
 
-#ifdef NORVEL_AUTOTEST
+#ifdef NORVEL_STATIC_DEFINE
 #error "the installed library must not ask its users to build as its tests do"
 #endif
 

@@ -288,6 +288,18 @@ TEST_F(CompositorEffectTest, AFilterThatIsMissingWarnsOnceAndDoesNothing)
     EXPECT_EQ(m_warnings.take(), QStringList{"cannot read the media file /nowhere/missing.cube"});
 }
 
+TEST_F(CompositorEffectTest, AFilterWithoutStrengthReadsNoTable)
+{
+    Layer missing = m_sketch.layer(LayerKind::Filter, "/nowhere/missing.cube");
+    for (const float strength : {0.0F, -1.0F}) {
+        missing.strength = strength;
+        m_sketch.addEffect(missing, EffectTarget::Canvas);
+    }
+
+    EXPECT_EQ(colorAt(160, 90), Red);
+    EXPECT_EQ(m_warnings.take(), QStringList());
+}
+
 TEST_F(CompositorEffectTest, AFilterOfAnotherKindOfSourceDoesNothing)
 {
     const std::string text = TestMedia::file(m_folder.path(), "filter.json", "{}");

@@ -17,6 +17,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <vector>
 
 using rvengine::Compositor;
 using rvengine::Layer;
@@ -75,6 +76,25 @@ protected:
     WarningCapture m_warnings;
     SceneSketch m_sketch;
     Compositor m_compositor{std::make_unique<PaintedSource>()};
+};
+
+/// Notes the layers whose pictures are asked for.
+class NotingSource : public PaintedSource
+{
+public:
+    explicit NotingSource(std::vector<std::string>& asked)
+        : m_asked(asked)
+    {
+    }
+
+    QImage picture(const Layer& layer, std::uintptr_t lane, double fileTime, QSize wanted) override
+    {
+        m_asked.push_back(layer.source);
+        return PaintedSource::picture(layer, lane, fileTime, wanted);
+    }
+
+private:
+    std::vector<std::string>& m_asked;
 };
 
 struct PlacementCase
@@ -242,6 +262,21 @@ TEST_F(CompositorTest, DrawsNothingOfALayerWithoutAlpha)
     expectOnlyColor(compose(), Qt::blue);
 }
 
+TEST_F(CompositorTest, AsksOnlyForWhatIsSeen)
+{
+    Layer hidden = layer("red");
+    hidden.alpha = 0.0F;
+    m_sketch.addMain(layer("blue"));
+    m_sketch.addMix(hidden);
+    m_sketch.addMix(layer("yellow", {100, 50, QPointF(-60, 90)}));
+    m_sketch.addMix(layer("green"), 500, 100);
+    m_sketch.addMix(m_sketch.sound("white"));
+    std::vector<std::string> asked;
+    Compositor(std::make_unique<NotingSource>(asked)).compose(m_sketch.scene(), 0, CanvasSize);
+
+    EXPECT_EQ(asked, std::vector<std::string>{"blue"});
+}
+
 TEST_F(CompositorTest, TakesAnAlphaAboveOneForOne)
 {
     Layer bright = layer("#404040");
@@ -314,15 +349,18 @@ TEST_F(CompositorTest, TakesARotationOfManyTurns)
 TEST_F(CompositorTest, DrawsALayerSmallerThanAPixelAsOne)
 {
     m_sketch.addMain(layer("white"));
-    m_sketch.addMix(layer("red", {160, 90, QPointF(160.5, 89.5), 1e-9}));
-    const QImage picture = compose();
+    m_sketch.addMix(layer("red", {160, 90, QPointF(160.25, 89.75), 1e-9}));
+    m_sketch.addMix(layer("blue", {0.2, 90, QPointF(80.25, 90)}));
+    m_sketch.addMix(layer("blue", {100, 0.2, QPointF(160, 150.25)}));
 
-    int marked = 0;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x)
-            marked += picture.pixelColor(x, y) == QColor(Qt::white) ? 0 : 1;
-    }
-    EXPECT_LE(marked, 1);
+    QImage expected(CanvasSize, QImage::Format_RGB32);
+    expected.fill(Qt::white);
+    expected.setPixelColor(160, 90, Qt::red);
+    for (int y = 45; y < 135; ++y)
+        expected.setPixelColor(80, y, Qt::blue);
+    for (int x = 110; x < 210; ++x)
+        expected.setPixelColor(x, 30, Qt::blue);
+    EXPECT_TRUE(compose() == expected);
 }
 
 TEST_F(CompositorTest, SurvivesACanvasWithoutASensibleSize)

@@ -4,6 +4,7 @@
 // Which files the probe opens where files have POSIX rights, kinds and names.
 
 #include "MediaProbeFixture.h"
+#include "support/ScopedNobody_posix.h"
 #include "support/TestMedia.h"
 
 #include <gtest/gtest.h>
@@ -13,31 +14,6 @@
 #include <filesystem>
 #include <string>
 #include <sys/stat.h>
-#include <unistd.h>
-
-namespace {
-
-/// The process has the rights of nobody while an object of this lives, if it was root before.
-class ScopedNobody
-{
-public:
-    ScopedNobody() { change(Nobody); }
-    ~ScopedNobody() { change(0); }
-
-private:
-    static constexpr uid_t Nobody = 65534;
-
-    void change(uid_t user)
-    {
-        if (m_wasRoot) {
-            EXPECT_EQ(seteuid(user), 0);
-        }
-    }
-
-    const bool m_wasRoot = geteuid() == 0;
-};
-
-} // namespace
 
 TEST_F(MediaProbeTest, RefusesANamedPipeWithoutWaitingForAWriter)
 {

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "ManualClock.h"
 #include "SceneSketch.h"
 #include "SharedMedia.h"
 #include "WarningCapture.h"
@@ -18,12 +19,10 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <memory>
 #include <random>
 #include <string>
-#include <thread>
 #include <vector>
 
 using rvengine::Compositor;
@@ -97,17 +96,20 @@ protected:
         EXPECT_EQ(m_warnings.take(), QStringList{warning}) << path;
     }
 
-    /// A video with its sound and many key frames, so that what is broken soon heals.
-    std::string healingVideo(const QString& name) const
+    /// A video with many key frames, so that what is broken soon heals, for all tests.
+    static std::string healingVideo(const QString& name)
     {
-        return TestMedia::numberedVideo(folder(), name, 320, 180, "25", 100,
-                                        {"-c:v", "libx264", "-g", "10", "-pix_fmt", "yuv420p"});
+        return sharedMedia::once(name, [&] {
+            return TestMedia::numberedVideo(sharedMedia::folder(), name, 320, 180, "25", 100,
+                                            {"-c:v", "libx264", "-g", "10", "-pix_fmt", "yuv420p"});
+        });
     }
 
     QTemporaryDir m_folder;
     WarningCapture m_warnings;
     SceneSketch m_sketch;
-    Compositor m_compositor{rvengine::makePictureSource()};
+    ManualClock m_clock;
+    Compositor m_compositor{rvengine::makePictureSource(m_clock.clock())};
 };
 
 } // namespace
@@ -205,19 +207,14 @@ TEST_F(MltBrokenFileTest, AFileThatComesBackIsFoundAfterAWhile)
     EXPECT_EQ(m_warnings.take().size(), 1);
     TestMedia::copy(sharedMedia::numbered(), folder(), "late.mp4");
 
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    int number = -1;
-    while (number != 12 && std::chrono::steady_clock::now() < end) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        const QImage picture = composed(480);
-        number = isBlack(picture) ? -1 : TestMedia::frameNumber(picture);
-    }
-    EXPECT_EQ(number, 12);
+    EXPECT_TRUE(isBlack(composed(480))) << "not tried again at once";
+    m_clock.advance(rvengine::UnreadableFiles::UntilNextTry);
+    EXPECT_EQ(TestMedia::frameNumber(composed(480)), 12);
 }
 
 TEST_F(MltBrokenFileTest, AVideoThatIsCutShortWhileItIsReadIsReadOn)
 {
-    const std::string path = healingVideo("cut.mp4");
+    const std::string path = TestMedia::copy(healingVideo("healing.mp4"), folder(), "cut.mp4");
     m_sketch.addMain(m_sketch.video(path), 4000);
     EXPECT_EQ(TestMedia::frameNumber(composed(0)), 0);
     QFile file(QString::fromStdString(path));
@@ -230,7 +227,7 @@ TEST_F(MltBrokenFileTest, AVideoThatIsCutShortWhileItIsReadIsReadOn)
 
 TEST_F(MltBrokenFileTest, AVideoOfWhichTheEndIsMissingIsReadAsFarAsItGoes)
 {
-    const std::string whole = healingVideo("whole.mkv");
+    const std::string whole = healingVideo("healing.mkv");
     const std::string path =
         TestMedia::truncated(whole, folder(), "part.mkv", TestMedia::content(whole).size() / 2);
     m_sketch.addMain(m_sketch.video(path), 4000);
@@ -243,7 +240,7 @@ TEST_F(MltBrokenFileTest, AVideoOfWhichTheEndIsMissingIsReadAsFarAsItGoes)
 
 TEST_F(MltBrokenFileTest, AVideoWithNoiseInItIsRightBeforeAndAfter)
 {
-    const std::string whole = healingVideo("whole.mkv");
+    const std::string whole = healingVideo("healing.mkv");
     QByteArray bytes = TestMedia::content(whole);
     const int length = bytes.size() / 5;
     bytes.replace(bytes.size() * 2 / 5, length, noise(length));

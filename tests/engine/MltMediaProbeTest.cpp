@@ -5,10 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include "SharedMedia.h"
 #include "support/ScopedCommaLocale.h"
 #include "support/TestMedia.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <atomic>
@@ -28,9 +30,15 @@ class MltMediaProbeTest : public testing::Test
 protected:
     QString folder() const { return m_folder.path(); }
 
+    /// A video of one second of this name in the folder of the test.
     std::string video(const QString& name) const
     {
-        return TestMedia::video(folder(), name, 320, 180, "25", 1);
+        const QString made = "second." + QFileInfo(name).suffix();
+        return TestMedia::copy(
+            sharedMedia::once(
+                made,
+                [&] { return TestMedia::video(sharedMedia::folder(), made, 320, 180, "25", 1); }),
+            folder(), name);
     }
 
     bool isVideo(const std::string& path)

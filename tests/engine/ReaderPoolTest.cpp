@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "ManualClock.h"
 #include "WarningCapture.h"
 
 #include <memory>
@@ -35,7 +36,8 @@ protected:
     }
 
     WarningCapture m_warnings;
-    rvengine::ReaderPool<Reader> m_pool;
+    ManualClock m_clock;
+    rvengine::ReaderPool<Reader> m_pool{m_clock.clock()};
     int m_opened = 0;
 };
 
@@ -123,6 +125,9 @@ TEST_F(ReaderPoolTest, WarnsOnceAndDoesNotTryAgainAtOnce)
     }
 
     EXPECT_EQ(m_opened, 1);
+    m_clock.advance(rvengine::UnreadableFiles::UntilNextTry);
+    EXPECT_EQ(take("missing", 1), nullptr);
+    EXPECT_EQ(m_opened, 2);
     EXPECT_EQ(m_pool.size(), 0U);
     EXPECT_EQ(m_warnings.take(), QStringList{"cannot read the media file missing"});
 }

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 
 using namespace qrvkp;
@@ -75,6 +76,17 @@ protected:
         EXPECT_EQ(m_binder->getMediaBindType(), 0);
         EXPECT_EQ(m_binder->getBindTrack(), nullptr);
     }
+
+    /// Bound to a track that is not there.
+    void expectAway(int type = bindType) const
+    {
+        EXPECT_EQ(m_binder->getActionRange(), RvActionRangeAway);
+        EXPECT_EQ(m_binder->getMediaBindType(), type);
+        EXPECT_EQ(m_binder->getBindTrack(), nullptr);
+    }
+
+    /// Puts the effect or detection on the timeline.
+    void placeBinder() { ASSERT_TRUE(m_timeline->addMixTrack(m_binder.get())); }
 
     Reference<Binder> m_binder = adopt(Bind<Binder>::make());
     Reference<RvITrack> m_track = newTrack();
@@ -206,70 +218,156 @@ TYPED_TEST(BindingTest, LastsWhileTheTrackIsPutOnATimeline)
     this->expectBoundTo(*this->m_track);
 }
 
-TYPED_TEST(BindingTest, EndsWhenTheMixTrackIsRemovedAndStaysEndedWhenItComesBack)
+TYPED_TEST(BindingTest, ActsOnNothingWhileTheMixTrackIsAwayAndOnItWhenItIsBack)
 {
+    this->placeBinder();
     this->m_timeline->addMixTrack(this->m_track.get());
     bindKept(*this->m_binder, *this->m_track);
     this->m_timeline->removeMixTrack(this->m_track.get());
-    this->expectUnbound();
+    this->expectAway();
     this->m_timeline->addMixTrack(this->m_track.get());
-    this->expectUnbound();
-    bindKept(*this->m_binder, *this->m_track);
     this->expectBoundTo(*this->m_track);
 }
 
-TYPED_TEST(BindingTest, EndsWhenTheGroupOfTheTrackIsRemoved)
+TYPED_TEST(BindingTest, ActsOnNothingWhileTheGroupOfTheTrackIsAwayAndOnItWhenItIsBack)
 {
+    this->placeBinder();
     const auto group = adopt(RvKpGroup::create(1000));
     group->addTrack(newTrack().get());
     group->addTrack(this->m_track.get());
     this->m_timeline->pushBackGroup(group.get());
     bindKept(*this->m_binder, *this->m_track);
     this->m_timeline->removeGroup(group.get());
-    this->expectUnbound();
-    this->m_timeline->pushBackGroup(group.get());
-    this->expectUnbound();
+    this->expectAway();
+    this->m_timeline->insertGroup(group.get(), 0);
+    this->expectBoundTo(*this->m_track);
 }
 
-TYPED_TEST(BindingTest, EndsWhenTheTrackIsTakenOutOfItsGroup)
+TYPED_TEST(BindingTest, ActsOnNothingWhileTheTrackIsOutOfItsGroupAndOnItWhenItIsBack)
 {
+    this->placeBinder();
     const auto group = adopt(RvKpGroup::create(1000));
     group->addTrack(this->m_track.get());
     this->m_timeline->pushBackGroup(group.get());
     bindKept(*this->m_binder, *this->m_track);
     group->removeTrack(this->m_track.get());
-    this->expectUnbound();
+    this->expectAway();
+    group->addTrack(this->m_track.get());
+    this->expectBoundTo(*this->m_track);
 }
 
-TYPED_TEST(BindingTest, EndsWhenTheTimelineOfTheMixTrackIsDestroyed)
+TYPED_TEST(BindingTest, ActsOnATrackOfTheIdThatComesInPlaceOfADestroyedOne)
 {
+    this->placeBinder();
+    const std::uint64_t id = this->m_track->getTrackID();
     this->m_timeline->addMixTrack(this->m_track.get());
     bindKept(*this->m_binder, *this->m_track);
-    this->m_timeline.reset();
-    this->expectUnbound();
+    this->m_timeline->removeMixTrack(this->m_track.get());
+    this->m_track.reset();
+    this->expectAway();
+    const auto mix = newTrack();
+    mix->setTrackID(id);
+    this->m_timeline->addMixTrack(mix.get());
+    this->expectBoundTo(*mix);
+
+    this->m_timeline->removeMixTrack(mix.get());
+    this->expectAway();
+    const auto clip = newTrack();
+    const auto group = adopt(RvKpGroup::create(1000));
+    this->m_timeline->pushBackGroup(group.get());
+    this->expectAway();
+    group->addTrack(newTrack().get());
+    group->addTrack(clip.get());
+    this->expectAway();
+    clip->setTrackID(id);
+    this->expectBoundTo(*clip);
+    clip->setTrackID(id + 1);
+    this->expectAway();
 }
 
-TYPED_TEST(BindingTest, EndsWhenTheTimelineOfTheGroupIsDestroyed)
+TYPED_TEST(BindingTest, FollowsTheBoundTrackToAnotherId)
 {
+    constexpr std::uint64_t newId = 7770001;
+    this->placeBinder();
+    bindKept(*this->m_binder, *this->m_track);
+    this->m_track->setTrackID(newId);
+    this->m_timeline->addMixTrack(this->m_track.get());
+    this->expectBoundTo(*this->m_track);
+    this->m_timeline->removeMixTrack(this->m_track.get());
+    this->m_track.reset();
+    const auto next = newTrack();
+    next->setTrackID(newId);
+    this->m_timeline->addMixTrack(next.get());
+    this->expectBoundTo(*next);
+}
+
+TYPED_TEST(BindingTest, ATrackOfTheIdOnAnotherTimelineIsNotTheBoundOne)
+{
+    this->placeBinder();
+    const auto other = adopt(RvKpTimeLine::create());
+    other->addMixTrack(this->m_track.get());
+    bindKept(*this->m_binder, *this->m_track);
+    this->expectAway();
+    const auto own = newTrack();
+    own->setTrackID(this->m_track->getTrackID());
+    this->m_timeline->addMixTrack(own.get());
+    this->expectBoundTo(*own);
+    other->removeMixTrack(this->m_track.get());
+    this->expectBoundTo(*own);
+}
+
+TYPED_TEST(BindingTest, OfSeveralTracksOfTheIdTheFirstComesInPlaceOfTheBoundOne)
+{
+    this->placeBinder();
+    const std::uint64_t id = this->m_track->getTrackID();
+    bindKept(*this->m_binder, *this->m_track);
+    this->m_track.reset();
+    const auto mix = newTrack();
+    const auto clip = newTrack();
+    for (const auto* track : {&mix, &clip})
+        (*track)->setTrackID(id);
+    this->m_timeline->addMixTrack(mix.get());
+    const auto group = adopt(RvKpGroup::create(1000));
+    group->addTrack(clip.get());
+    this->m_timeline->pushBackGroup(group.get());
+    this->expectBoundTo(*clip);
+}
+
+TYPED_TEST(BindingTest, WhatIsUnboundOrBoundAnewForgetsTheTrackThatIsAway)
+{
+    this->placeBinder();
+    bindKept(*this->m_binder, *this->m_track);
+    this->expectAway();
+    this->m_binder->unbind();
+    this->expectUnbound();
+    this->m_timeline->addMixTrack(this->m_track.get());
+    this->expectUnbound();
+
+    this->m_timeline->removeMixTrack(this->m_track.get());
+    bindKept(*this->m_binder, *this->m_track);
+    this->m_binder->bindDynamic();
+    this->m_timeline->addMixTrack(this->m_track.get());
+    this->expectUnbound(RvActionRangeDynamic);
+}
+
+TYPED_TEST(BindingTest, OffTheTimelineItTellsTheTrackThatWasBoundWhileThatLives)
+{
+    this->placeBinder();
     const auto group = adopt(RvKpGroup::create(1000));
     group->addTrack(this->m_track.get());
     this->m_timeline->pushBackGroup(group.get());
     bindKept(*this->m_binder, *this->m_track);
     this->m_timeline.reset();
-    this->expectUnbound();
-}
-
-TYPED_TEST(BindingTest, EndsWhenTheGroupOfTheTrackIsDestroyed)
-{
-    auto group = adopt(RvKpGroup::create(1000));
-    group->addTrack(this->m_track.get());
-    bindKept(*this->m_binder, *this->m_track);
-    group.reset();
-    this->expectUnbound();
+    this->expectBoundTo(*this->m_track);
+    group->removeTrack(this->m_track.get());
+    this->expectBoundTo(*this->m_track);
+    this->m_track.reset();
+    this->expectAway();
 }
 
 TYPED_TEST(BindingTest, LastsWhileItsGroupIsMovedAndOthersAreRemoved)
 {
+    this->placeBinder();
     const auto group = adopt(RvKpGroup::create(1000));
     const auto other = adopt(RvKpGroup::create(1000));
     const auto mix = newTrack();
@@ -291,7 +389,7 @@ TYPED_TEST(BindingTest, DoesNotKeepTheTrackAlive)
     bindKept(*this->m_binder, *this->m_track);
     this->m_track.reset();
     EXPECT_TRUE(native.expired());
-    this->expectUnbound();
+    this->expectAway();
 }
 
 TYPED_TEST(BindingTest, BindingToItselfLeaksNothing)
@@ -401,19 +499,32 @@ TEST_F(DetectBindingTest, UnbindEndsTheDetectionToo)
     EXPECT_EQ(m_effect->getBindDetect(), nullptr);
 }
 
-TEST_F(DetectBindingTest, EndsWhenTheDetectionLeavesItsTimeline)
+TEST_F(DetectBindingTest, IsWithoutTheDetectionWhileThatIsAway)
 {
+    m_timeline->addMixTrack(m_effect.get());
     m_timeline->addMixTrack(m_detection.get());
     m_effect->bindDetect(m_detection.get());
     m_timeline->removeMixTrack(m_detection.get());
     EXPECT_EQ(m_effect->getBindDetect(), nullptr);
-
     m_timeline->addMixTrack(m_detection.get());
-    EXPECT_EQ(m_effect->getBindDetect(), nullptr);
-    m_effect->bindDetect(m_detection.get());
     EXPECT_TRUE(isBound());
-    m_timeline.reset();
+}
+
+TEST_F(DetectBindingTest, UsesADetectionOfTheIdThatComesButNoOtherTrack)
+{
+    const std::uint64_t id = m_detection->getTrackID();
+    m_timeline->addMixTrack(m_effect.get());
+    m_effect->bindDetect(m_detection.get());
+    m_detection.reset();
+    const auto track = newTrack();
+    track->setTrackID(id);
+    m_timeline->addMixTrack(track.get());
     EXPECT_EQ(m_effect->getBindDetect(), nullptr);
+    m_timeline->removeMixTrack(track.get());
+    m_detection = adopt(RvDetectionTrack::create(2, ""));
+    m_detection->setTrackID(id);
+    m_timeline->addMixTrack(m_detection.get());
+    EXPECT_TRUE(isBound());
 }
 
 TEST_F(DetectBindingTest, DoesNotKeepTheDetectionAlive)

@@ -369,7 +369,8 @@ TEST(CallLogTest, DoesNotRecordWhatThePlayerDoesByItself)
     application.getPlayer()->start();
     EXPECT_EQ(recorded([&] {
                   QCoreApplication::processEvents();
-                  EXPECT_TRUE(application.getPlayer()->isPlaying());
+                  // An empty timeline is soon at its end.
+                  EXPECT_NE(application.getPlayer()->getState(), RvKpPlayerPreparing);
                   application.getPlayer()->setTimeLine(nullptr);
               }),
               Entries{"RvKpPlayer::setTimeLine(null)"});

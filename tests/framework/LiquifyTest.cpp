@@ -14,6 +14,7 @@
 #include <QTemporaryDir>
 
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <string>
 #include <vector>
@@ -77,10 +78,18 @@ bool same(const std::vector<RvARLiquifyOperation>& a, const std::vector<RvARLiqu
                       [](const auto& x, const auto& y) { return same(x, y); });
 }
 
-/// A liquify track with two confirmed strokes and a pending one.
-Reference<RvARLiquifyTrack> paintedTrack()
+/// A liquify track under the id that all of the tests' tracks have, but where ids count.
+Reference<RvARLiquifyTrack> newLiquify(std::uint64_t id = 5000)
 {
     auto track = adopt(RvARLiquifyTrack::create("", 0, 1000));
+    track->setTrackID(id);
+    return track;
+}
+
+/// A liquify track with two confirmed strokes and a pending one.
+Reference<RvARLiquifyTrack> paintedTrack(std::uint64_t id = 5000)
+{
+    auto track = newLiquify(id);
     track->appendToLiquifyOperation(stroke(1));
     track->appendToLiquifyOperation(oddStroke());
     track->appendToLiquifyOperation(stroke(3));
@@ -136,7 +145,7 @@ protected:
         expectPainted(*track);
     }
 
-    const Reference<RvARLiquifyTrack> m_loaded = adopt(RvARLiquifyTrack::create("", 0, 1000));
+    const Reference<RvARLiquifyTrack> m_loaded = newLiquify();
     QTemporaryDir m_folder;
 };
 
@@ -186,6 +195,72 @@ TEST_F(LiquifyTest, TwoWrappersShareTheStrokes)
     EXPECT_TRUE(same(m_track->getConfirmedOperations(), {stroke(1)}));
 }
 
+TEST_F(LiquifyTest, BringingItToAStateThatIsLostAddsNothingHoweverOften)
+{
+    for (const auto& each : {stroke(1), oddStroke(), stroke(3)})
+        m_track->appendToLiquifyOperation(each);
+    m_track->confirmCurrentLiquify();
+    const auto before = m_track->getConfirmedOperations();
+    // To and fro between states whose last strokes are these.
+    for (const auto& each : {oddStroke(), stroke(3), stroke(1), stroke(1), oddStroke()}) {
+        m_track->appendToLiquifyOperation(each);
+        EXPECT_FALSE(m_track->loadLiquifyConfig("/missing"));
+        EXPECT_TRUE(same(m_track->getAppendOperation(), stroke(3)));
+    }
+    m_track->confirmCurrentLiquify();
+    EXPECT_TRUE(same(m_track->getConfirmedOperations(), before));
+}
+
+TEST_F(LiquifyTest, BringingItToALostStateWithoutStrokesAddsNothing)
+{
+    for (int i = 0; i < 3; ++i) {
+        m_track->appendToLiquifyOperation(RvARLiquifyOperation());
+        EXPECT_FALSE(m_track->loadLiquifyConfig(""));
+    }
+    m_track->confirmCurrentLiquify();
+    EXPECT_TRUE(m_track->getConfirmedOperations().empty());
+}
+
+TEST_F(LiquifyTest, AStrokeOfALostStateThatItDoesNotHaveIsAddedOnce)
+{
+    m_track->appendToLiquifyOperation(stroke(1));
+    m_track->confirmCurrentLiquify();
+    for (const int last : {2, 1, 2, 1}) {
+        m_track->appendToLiquifyOperation(stroke(last));
+        EXPECT_FALSE(m_track->loadLiquifyConfig(""));
+    }
+    m_track->confirmCurrentLiquify();
+    EXPECT_TRUE(same(m_track->getConfirmedOperations(), {stroke(1), stroke(2)}));
+}
+
+TEST_F(LiquifyTest, AStrokeThatIsMadeTwiceStaysTwo)
+{
+    m_track->appendToLiquifyOperation(stroke(1));
+    m_track->appendToLiquifyOperation(stroke(1));
+    EXPECT_FALSE(m_track->loadLiquifyConfig(""));
+    m_track->confirmCurrentLiquify();
+    EXPECT_TRUE(same(m_track->getConfirmedOperations(), {stroke(1), stroke(1)}));
+    m_track->appendToLiquifyOperation(stroke(1));
+    m_track->confirmCurrentLiquify();
+    EXPECT_EQ(m_track->getConfirmedOperations().size(), 3U);
+}
+
+TEST_F(LiquifyTest, RightAfterAFailedLoadTheLastStrokeIsNotAppendedAgain)
+{
+    m_track->appendToLiquifyOperation(stroke(1));
+    m_track->confirmCurrentLiquify();
+    EXPECT_FALSE(m_track->loadLiquifyConfig(""));
+    m_track->appendToLiquifyOperation(stroke(1));
+    m_track->confirmCurrentLiquify();
+    EXPECT_EQ(m_track->getConfirmedOperations().size(), 1U);
+
+    EXPECT_FALSE(m_track->loadLiquifyConfig(""));
+    m_track->appendToLiquifyOperation(stroke(2));
+    m_track->appendToLiquifyOperation(stroke(2));
+    m_track->confirmCurrentLiquify();
+    EXPECT_TRUE(same(m_track->getConfirmedOperations(), {stroke(1), stroke(2), stroke(2)}));
+}
+
 TEST_F(LiquifyFileTest, SavedStrokesAreLoadedAsTheyWere)
 {
     const auto painted = paintedTrack();
@@ -224,7 +299,7 @@ TEST_F(LiquifyFileTest, LoadingReplacesThePendingStrokeAndTheConfirmedOnes)
 
 TEST_F(LiquifyFileTest, NoStrokesAreSavedAndLoadedToo)
 {
-    EXPECT_TRUE(adopt(RvARLiquifyTrack::create("", 0, 0))->saveLiquifyConfig(folder()));
+    EXPECT_TRUE(newLiquify()->saveLiquifyConfig(folder()));
     const auto track = paintedTrack();
     EXPECT_TRUE(track->loadLiquifyConfig(folder()));
     EXPECT_TRUE(track->getConfirmedOperations().empty());
@@ -240,6 +315,33 @@ TEST_F(LiquifyFileTest, SavingAgainReplacesWhatWasSaved)
     EXPECT_TRUE(m_loaded->loadLiquifyConfig(folder()));
     EXPECT_TRUE(same(m_loaded->getConfirmedOperations(), {stroke(5)}));
     savedFile();
+}
+
+TEST_F(LiquifyFileTest, TracksThatShareAFolderHaveAFileEach)
+{
+    const auto first = newLiquify(1);
+    const auto second = newLiquify(std::numeric_limits<std::uint64_t>::max());
+    first->appendToLiquifyOperation(stroke(1));
+    second->appendToLiquifyOperation(stroke(2));
+    for (const auto* track : {&first, &second}) {
+        (*track)->confirmCurrentLiquify();
+        EXPECT_TRUE((*track)->saveLiquifyConfig(folder()));
+    }
+    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files),
+              (QStringList{"liquify-1.dat", "liquify-18446744073709551615.dat"}));
+    for (const auto* track : {&first, &second}) {
+        (*track)->appendToLiquifyOperation(stroke(3));
+        EXPECT_TRUE((*track)->loadLiquifyConfig(folder()));
+    }
+    EXPECT_TRUE(same(first->getConfirmedOperations(), {stroke(1)}));
+    EXPECT_TRUE(same(second->getConfirmedOperations(), {stroke(2)}));
+}
+
+TEST_F(LiquifyFileTest, LoadingWhatAnotherTrackSavedIsRefused)
+{
+    EXPECT_TRUE(paintedTrack(1)->saveLiquifyConfig(folder()));
+    expectRefused("the strokes of another track");
+    EXPECT_TRUE(newLiquify(1)->loadLiquifyConfig(folder()));
 }
 
 TEST_F(LiquifyFileTest, LoadingFromAnEmptyOrMissingFolderOrAFileIsRefused)

@@ -340,6 +340,7 @@ TEST_F(PlayerEditTest, ShowsLiquifyStrokesAsSoonAsTheyAreMadeAndAgainWhenTheyAre
     timeline->removeMixTrack(liquify.get());
     EXPECT_TRUE(QTest::qWaitFor([&] { return grabbed() == plain; }, PatienceMs));
     const auto loaded = adopt(RvARLiquifyTrack::create("", 0, 10000));
+    loaded->setTrackID(liquify->getTrackID()); // strokes are saved under the track's id
     timeline->addMixTrack(loaded.get());
     ASSERT_TRUE(loaded->loadLiquifyConfig(folder.path().toLocal8Bit().toStdString()));
     EXPECT_TRUE(QTest::qWaitFor([&] { return grabbed() == both; }, PatienceMs));

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <future>
 #include <limits>
 #include <memory>
@@ -84,6 +85,32 @@ protected:
     {
         m_positions.clear();
         EXPECT_FALSE(m_positions.wait(quietMs));
+    }
+
+    /// The last pictures tell this position, and then nothing is told any more.
+    void expectStandsAt(long long position)
+    {
+        constexpr int mostPictures = 5;
+        takePositions();
+        int pictures = 0;
+        while (pictures <= mostPictures && m_positions.wait(quietMs)) {
+            for (const long long told : takePositions()) {
+                EXPECT_EQ(told, position);
+                ++pictures;
+            }
+        }
+        EXPECT_LE(pictures, mostPictures);
+        EXPECT_EQ(m_player->getCurrentPosition(), position);
+    }
+
+    bool tells(long long position)
+    {
+        return QTest::qWaitFor(
+            [&] {
+                const auto told = takePositions();
+                return std::find(told.begin(), told.end(), position) != told.end();
+            },
+            patienceMs);
     }
 
     std::unique_ptr<RvKpApplication> m_application = std::make_unique<RvKpApplication>();
@@ -179,8 +206,7 @@ TEST_F(PlayerTest, IsPreparingAtOnceAndPreparedFromTheEventLoop)
     EXPECT_EQ(takeStates(), States{RvKpPlayerPreparing});
     ASSERT_TRUE(reaches(RvKpPlayerPrepared));
     EXPECT_EQ(takeStates(), States{RvKpPlayerPrepared});
-    EXPECT_EQ(m_player->getCurrentPosition(), 0);
-    expectQuiet();
+    expectStandsAt(0);
 }
 
 TEST_F(PlayerTest, GoesThroughItsStatesInOrder)
@@ -340,8 +366,7 @@ TEST_F(PlayerTest, APausedPlayerStandsStillAndGoesOnFromThere)
     m_player->pause();
     const long long position = m_player->getCurrentPosition();
     EXPECT_GT(position, 0);
-    expectQuiet();
-    EXPECT_EQ(m_player->getCurrentPosition(), position);
+    expectStandsAt(position);
 
     QElapsedTimer sinceStart;
     sinceStart.start();
@@ -361,7 +386,7 @@ TEST_F(PlayerTest, PlaysToTheEndAndIsCompletedThere)
     EXPECT_EQ(positions.back(), 150);
     EXPECT_TRUE(std::is_sorted(positions.begin(), positions.end()));
     EXPECT_FALSE(m_player->isPlaying());
-    expectQuiet();
+    expectStandsAt(150);
 }
 
 TEST_F(PlayerTest, AnEmptyTimelineIsCompletedAtOnce)
@@ -417,10 +442,12 @@ TEST_F(PlayerTest, StoppingGoesBackToTheBeginning)
     EXPECT_EQ(m_player->getCurrentPosition(), 0);
     m_player->seekTo(20000, true);
     EXPECT_EQ(m_player->getCurrentPosition(), 20000);
+    EXPECT_EQ(takeStates(), (States{6, 1}));
     m_player->stop();
     EXPECT_EQ(m_player->getCurrentPosition(), 0);
     EXPECT_EQ(takeStates(), States{RvKpPlayerStopped});
-    expectQuiet();
+    expectStandsAt(0);
+    EXPECT_EQ(takeStates(), States());
 }
 
 TEST_F(PlayerTest, PausingAndStoppingTwiceSignalOnce)
@@ -447,6 +474,159 @@ TEST_F(PlayerTest, ASeekIsClampedToTheTimelineAndSignalled)
         EXPECT_EQ(takePositions(), std::vector<long long>{clamped});
     }
     EXPECT_EQ(takeStates(), States());
+}
+
+TEST_F(PlayerTest, ASeekOfAPreparedPlayerPausesItThere)
+{
+    m_player->setTimeLine(m_minute.get());
+    m_player->prepareAsync();
+    ASSERT_TRUE(reaches(RvKpPlayerPrepared));
+    takeStates();
+    std::vector<long long> positions;
+    QObject::connect(m_player, &RvKpPlayer::sigStateChanged,
+                     [&] { positions.push_back(m_player->getCurrentPosition()); });
+    m_player->seekTo(30000, true);
+    EXPECT_EQ(takeStates(), States{RvKpPlayerPaused});
+    EXPECT_EQ(positions, std::vector<long long>{30000}) << "it is there when it is paused";
+    EXPECT_TRUE(m_player->isPaused());
+    takePositions();
+    m_player->start();
+    EXPECT_TRUE(m_player->isPlaying());
+    ASSERT_TRUE(m_positions.wait(patienceMs));
+    EXPECT_GE(takePositions().front(), 30000);
+}
+
+TEST_F(PlayerTest, ASeekToWhereItIsPausesItToo)
+{
+    m_player->setTimeLine(m_minute.get());
+    m_player->prepareAsync();
+    ASSERT_TRUE(reaches(RvKpPlayerPrepared));
+    takeStates();
+    m_player->seekTo(0, true);
+    EXPECT_EQ(takeStates(), States{RvKpPlayerPaused});
+}
+
+TEST_F(PlayerTest, ASeekOfACompletedPlayerPausesItThere)
+{
+    play(100);
+    ASSERT_TRUE(reaches(RvKpPlayerCompleted));
+    takeStates();
+    m_player->seekTo(40, true);
+    EXPECT_EQ(takeStates(), States{RvKpPlayerPaused});
+    m_player->start();
+    EXPECT_GE(m_player->getCurrentPosition(), 40);
+    ASSERT_TRUE(reaches(RvKpPlayerCompleted));
+    EXPECT_EQ(takeStates(), (States{4, 7}));
+}
+
+TEST_F(PlayerTest, ASeekOfAStoppedPlayerPreparesItAndPausesItThere)
+{
+    play(60000);
+    m_player->stop();
+    takeStates();
+    m_player->seekTo(30000, true);
+    EXPECT_EQ(m_player->getState(), RvKpPlayerPreparing);
+    ASSERT_TRUE(reaches(RvKpPlayerPaused));
+    EXPECT_EQ(takeStates(), (States{1, 2, 5}));
+    expectStandsAt(30000);
+    m_player->start();
+    EXPECT_TRUE(m_player->isPlaying());
+    EXPECT_GE(m_player->getCurrentPosition(), 30000);
+}
+
+TEST_F(PlayerTest, WhatIsAskedAfterASeekOfAStoppedPlayerHolds)
+{
+    const auto statesAfter = [this](const std::function<void()>& ask) {
+        play(60000);
+        m_player->stop();
+        takeStates();
+        m_player->seekTo(30000, true);
+        ask();
+        QCoreApplication::processEvents();
+        return takeStates();
+    };
+    EXPECT_EQ(statesAfter([this] { m_player->prepareAsync(); }), (States{1, 2}));
+    EXPECT_EQ(m_player->getCurrentPosition(), 30000);
+    EXPECT_EQ(statesAfter([this] { m_player->start(); }), (States{1, 2, 4}));
+    EXPECT_GE(m_player->getCurrentPosition(), 30000);
+    EXPECT_EQ(statesAfter([this] { m_player->stop(); }), (States{1, 6}));
+    EXPECT_EQ(m_player->getCurrentPosition(), 0);
+    m_player->prepareAsync();
+    ASSERT_TRUE(reaches(RvKpPlayerPrepared));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(takeStates(), (States{1, 2})) << "the seek before the stop is forgotten";
+}
+
+TEST_F(PlayerTest, AReceiverThatStartsItWhenItIsPreparedKeepsItPlaying)
+{
+    play(60000);
+    m_player->stop();
+    QObject::connect(m_player, &RvKpPlayer::sigStateChanged, [this](int state) {
+        if (state == RvKpPlayerPrepared)
+            m_player->start();
+    });
+    m_player->seekTo(30000, true);
+    ASSERT_TRUE(reaches(RvKpPlayerPlaying));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(m_player->isPlaying());
+}
+
+TEST_F(PlayerTest, ASeekLeavesEveryOtherStateAsItIs)
+{
+    m_player->setTimeLine(m_minute.get());
+    m_player->seekTo(1000, true);
+    EXPECT_EQ(m_player->getState(), RvKpPlayerIdle);
+    m_player->prepareAsync();
+    m_player->seekTo(2000, true);
+    EXPECT_EQ(m_player->getState(), RvKpPlayerPreparing);
+    ASSERT_TRUE(reaches(RvKpPlayerPrepared));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(takeStates(), (States{1, 2}));
+    EXPECT_EQ(m_player->getCurrentPosition(), 2000);
+    m_player->start();
+    m_player->seekTo(3000, true);
+    m_player->pause();
+    m_player->seekTo(4000, true);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(takeStates(), (States{4, 5}));
+}
+
+TEST_F(PlayerTest, TellsThePositionWhenItIsPreparedAndAfterEveryEditWhileItStands)
+{
+    const auto timeline = timelineOf(14000);
+    const auto group = std::move(adopt(timeline->getGroups()).front());
+    m_player->setTimeLine(timeline.get());
+    EXPECT_EQ(takePositions(), std::vector<long long>{0}) << "the length is another one";
+    m_player->seekTo(5000, true);
+    takePositions();
+    m_player->prepareAsync();
+    ASSERT_TRUE(reaches(RvKpPlayerPrepared));
+    EXPECT_TRUE(tells(5000)) << "prepared";
+    expectStandsAt(5000);
+    group->setDuration(20000);
+    EXPECT_TRUE(tells(5000)) << "prepared, and longer";
+    m_player->start();
+    m_player->pause();
+    m_player->seekTo(9000, true);
+    expectStandsAt(9000);
+    group->setDuration(8000);
+    EXPECT_TRUE(tells(8000)) << "paused behind the end";
+    EXPECT_EQ(m_player->getCurrentPosition(), 8000);
+    m_player->stop();
+    expectStandsAt(0);
+    group->setDuration(1000);
+    EXPECT_TRUE(tells(0)) << "stopped, and shorter";
+    m_player->prepareAsync();
+    m_player->start();
+    m_player->seekTo(1000, true);
+    ASSERT_TRUE(reaches(RvKpPlayerCompleted));
+    expectStandsAt(1000);
+    group->setDuration(500);
+    EXPECT_TRUE(tells(500)) << "completed, and shorter";
+    EXPECT_EQ(m_player->getState(), RvKpPlayerCompleted);
+    takePositions();
+    m_player->setTimeLine(nullptr);
+    EXPECT_EQ(takePositions(), std::vector<long long>{0});
 }
 
 TEST_F(PlayerTest, APausedPlayerStartsFromWhereItWasSoughtTo)
@@ -481,7 +661,7 @@ TEST_F(PlayerTest, AReceiverThatSeeksBackAtTheEndKeepsItPlaying)
 {
     int rounds = 0;
     QObject::connect(m_player, &RvKpPlayer::sigRenderTimeChanged, [&](long long position) {
-        if (position == 100 && ++rounds < 3)
+        if (m_player->isPlaying() && position == 100 && ++rounds < 3)
             m_player->seekTo(0, true);
     });
     play(100);
@@ -498,7 +678,7 @@ TEST_F(PlayerTest, AReceiverMayStopItAtTheEnd)
     });
     play(100);
     ASSERT_TRUE(reaches(RvKpPlayerStopped));
-    expectQuiet();
+    expectStandsAt(0);
     EXPECT_EQ(takeStates(), States{RvKpPlayerStopped});
 }
 
@@ -534,7 +714,7 @@ TEST_F(PlayerTest, IsPausedByAReceiverOfItsOwnSignals)
     m_player->prepareAsync();
     m_player->start();
     ASSERT_TRUE(reaches(RvKpPlayerPaused));
-    expectQuiet();
+    expectStandsAt(m_player->getCurrentPosition());
 }
 
 namespace {

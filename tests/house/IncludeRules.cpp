@@ -47,12 +47,13 @@ Names with(Names names, const Names& further)
     return names;
 }
 
-/// A room of widgets: it knows itself, wherever it stands.
+/// A room of widgets: it knows itself, wherever it stands, and what the rooms share.
 Room widgetsRoom(const std::string& source)
 {
     const std::string folder = "norvel/widgets/";
     const auto end = source.find('/', folder.size());
-    return {with(framework, {"norvel/global.h", source.substr(0, end) + "/"}), {}};
+    return {with(framework, {"norvel/global.h", folder + "common/", source.substr(0, end) + "/"}),
+            {}};
 }
 
 Room roomOf(const std::string& source)

@@ -20,7 +20,7 @@ struct Include
 /// The includes between the rooms of a source tree, and which of them the house allows:
 /// - `norvel/attribute` knows the value types of `kparextension` and nothing else of the house;
 /// - `norvel/timeline` knows `attribute` and the framework, `norvel/trace` knows these three;
-/// - a room of `norvel/widgets` knows the framework, and no other room;
+/// - a room of `norvel/widgets` knows the framework and `norvel/widgets/common`, and no other room;
 /// - `framework/kparextension` knows `rvkpcore`, and that one knows `engine`, never the other way;
 /// - nothing in `norvel` includes the framework's private headers or its engine;
 /// - a public header includes public headers alone, because the others are not installed.

@@ -117,6 +117,7 @@ TEST_F(PlantedTreeTest, KeepsTheRoomsOfTheWidgetsApart)
 {
     const std::string source = "norvel/widgets/player/P.cpp";
     EXPECT_TRUE(isAllowed(source, "<norvel/widgets/player/Q.h>"));
+    EXPECT_TRUE(isAllowed(source, "<norvel/widgets/common/S.h>"));
     EXPECT_TRUE(isAllowed(source, "<norvel/global.h>"));
     EXPECT_TRUE(isAllowed(source, "<rvkpcore/RvKpPlayer.h>"));
     EXPECT_TRUE(isAllowed(source, "<QWidget>"));
@@ -125,6 +126,7 @@ TEST_F(PlantedTreeTest, KeepsTheRoomsOfTheWidgetsApart)
     EXPECT_FALSE(isAllowed(source, "<norvel/attribute/A.h>"));
     EXPECT_FALSE(isAllowed(source, "<norvel/timeline/T.h>"));
     EXPECT_FALSE(isAllowed(source, "<norvel/trace/E.h>"));
+    EXPECT_FALSE(isAllowed("norvel/widgets/common/S.h", "<norvel/widgets/player/P.h>"));
 }
 
 TEST_F(PlantedTreeTest, KeepsTheFrameworkBelowTheLibraryAndInItsOrder)

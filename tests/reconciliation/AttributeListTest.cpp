@@ -45,7 +45,8 @@ class AttributeListTest : public testing::TestWithParam<Comparison>
 protected:
     using Record = TimelineSamples::Record;
 
-    RvReturnVlaue compare(const Record& record) { return GetParam()(record.get(), m_list); }
+    RvReturnVlaue compare(const Record& record) { return compare(record.get()); }
+    RvReturnVlaue compare(RvAttribute* record) { return GetParam()(record, m_list); }
 
     Record record(int type, std::uint64_t id) const
     {
@@ -55,7 +56,12 @@ protected:
     /// Puts a copy of the record behind the others and gives it.
     RvAttribute& addCopy(const Record& original)
     {
-        m_records.emplace_back(TimelineSamples::copyOf(*original));
+        return add(Record(TimelineSamples::copyOf(*original)));
+    }
+
+    RvAttribute& add(Record record)
+    {
+        m_records.push_back(std::move(record));
         m_list.push_back(m_records.back().get());
         return *m_records.back();
     }
@@ -73,6 +79,35 @@ struct HostAttribute : norvel::RvMediaAttribute
 {
 };
 
+/// A class of a host's own that knows a track by its tag, whatever the uuid, and notes which
+/// records it was asked about.
+struct TaggedAttribute : norvel::RvMediaAttribute
+{
+    RvReturnVlaue compare(RvAttribute* other) const override
+    {
+        asked.push_back(other);
+        return other->auxText == auxText ? (other->alpha == alpha ? ReturnSame : ReturnChanged)
+                                         : otherwise;
+    }
+
+    RvReturnVlaue otherwise = norvel::ReturnOtherRecord; ///< the answer for another tag
+    mutable std::vector<RvAttribute*> asked;
+};
+
+/// A class of a host's own without a comparison of its own, below one that has one.
+struct DerivedTaggedAttribute : TaggedAttribute
+{
+};
+
+template <class Kind>
+std::unique_ptr<Kind> tagged(std::uint64_t uuid, const char* tag)
+{
+    auto record = std::make_unique<Kind>();
+    record->uuid = uuid;
+    record->auxText = tag;
+    return record;
+}
+
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(Ways, AttributeListTest,
@@ -81,10 +116,10 @@ INSTANTIATE_TEST_SUITE_P(Ways, AttributeListTest,
 
 TEST_P(AttributeListTest, AnswersInvalidForNoRecord)
 {
-    EXPECT_EQ(compare(nullptr), ReturnInvalid);
+    EXPECT_EQ(compare(Record()), ReturnInvalid);
     addCopy(record(norvel::RecordTypeImage, 1));
     addNull();
-    EXPECT_EQ(compare(nullptr), ReturnInvalid);
+    EXPECT_EQ(compare(Record()), ReturnInvalid);
 }
 
 TEST_P(AttributeListTest, FindsNothingInAnEmptyList)
@@ -165,6 +200,48 @@ TEST_P(AttributeListTest, TakesAClassOfTheHostForAClassOfItsOwn)
     list().push_back(host.get());
     EXPECT_EQ(compare(host), ReturnSame);
     EXPECT_EQ(compare(media), ReturnSame);
+}
+
+TEST_P(AttributeListTest, AsksTheComparisonOfAHostClassWhateverTheIdentity)
+{
+    const auto searched = tagged<TaggedAttribute>(1, "title");
+    RvAttribute& other = add(tagged<TaggedAttribute>(2, "other"));
+    RvAttribute& match = add(tagged<TaggedAttribute>(3, "title"));
+    add(tagged<TaggedAttribute>(1, "title"));
+    EXPECT_EQ(compare(searched.get()), ReturnSame);
+    EXPECT_EQ(searched->asked, (std::vector<RvAttribute*>{&other, &match}))
+        << "in the order of the list, up to the first that is the same track";
+
+    match.alpha = 0.5F;
+    EXPECT_EQ(compare(searched.get()), ReturnChanged);
+}
+
+TEST_P(AttributeListTest, PassesOverEveryOtherAnswerOfAHostClass)
+{
+    const auto searched = tagged<TaggedAttribute>(1, "title");
+    add(tagged<TaggedAttribute>(1, "other"));
+    add(tagged<TaggedAttribute>(1, "another"));
+    for (const RvReturnVlaue answer : {norvel::ReturnOtherRecord, ReturnInvalid, ReturnNotFound}) {
+        searched->otherwise = answer;
+        EXPECT_EQ(compare(searched.get()), ReturnNotFound) << answer;
+    }
+    EXPECT_EQ(searched->asked.size(), 6U);
+    add(tagged<TaggedAttribute>(9, "title"));
+    EXPECT_EQ(compare(searched.get()), ReturnSame);
+}
+
+TEST_P(AttributeListTest, AsksAHostClassAboutExactlyItsOwnRecords)
+{
+    const auto searched = tagged<TaggedAttribute>(1, "title");
+    const auto derived = tagged<DerivedTaggedAttribute>(1, "title");
+    addNull();
+    add(tagged<norvel::RvMediaAttribute>(1, "title"));
+    add(tagged<HostAttribute>(1, "title"));
+    RvAttribute& ofDerived = add(tagged<DerivedTaggedAttribute>(7, "title"));
+    EXPECT_EQ(compare(searched.get()), ReturnNotFound);
+    EXPECT_TRUE(searched->asked.empty());
+    EXPECT_EQ(compare(derived.get()), ReturnSame);
+    EXPECT_EQ(derived->asked, std::vector<RvAttribute*>{&ofDerived});
 }
 
 TEST_P(AttributeListTest, AnswersByTheFirstOfEqualIdentities)
@@ -252,4 +329,34 @@ TEST(AttributeIndexTest, AnswersManyQuestionsInAnyOrder)
     }
     EXPECT_GT(same, 0);
     EXPECT_GT(changed, 0);
+}
+
+TEST(AttributeIndexTest, KeepsTheRecordsOfHostClassesApart)
+{
+    const auto tag = [](std::uint64_t i) { return "tag " + std::to_string(i % 7); };
+    std::vector<TimelineSamples::Record> records;
+    std::vector<RvAttribute*> list;
+    for (std::uint64_t i = 0; i < 120; ++i) {
+        const std::string text = tag(i * 5);
+        if (i % 3 == 0)
+            records.push_back(tagged<TaggedAttribute>(i % 11, text.c_str()));
+        else if (i % 3 == 1)
+            records.push_back(tagged<DerivedTaggedAttribute>(i % 11, text.c_str()));
+        else
+            records.push_back(tagged<norvel::RvMediaAttribute>(i % 11, text.c_str()));
+        records.back()->alpha = i % 2 == 0 ? 1.0F : 0.5F;
+        list.push_back(records.back().get());
+    }
+    norvel::AttributeIndex index(list);
+    for (std::uint64_t i = 0; i < 300; ++i) {
+        const std::string text = tag(i);
+        const auto host = tagged<TaggedAttribute>(i % 13, text.c_str());
+        const auto derived = tagged<DerivedTaggedAttribute>(i % 13, text.c_str());
+        const auto media = tagged<norvel::RvMediaAttribute>(i % 13, text.c_str());
+        for (RvAttribute* searched :
+             {static_cast<RvAttribute*>(host.get()), static_cast<RvAttribute*>(derived.get()),
+              static_cast<RvAttribute*>(media.get())}) {
+            EXPECT_EQ(index.compare(searched), LiteralReconciliation::compare(searched, list)) << i;
+        }
+    }
 }

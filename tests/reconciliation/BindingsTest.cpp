@@ -209,7 +209,7 @@ TEST_F(BindingsTest, LeavesUnchangedTracksBound)
 
 TEST_F(BindingsTest, BindsToATrackThatTheSameCallRemovesAfterwards)
 {
-    // It is still there while the mix tracks are updated; the binding goes with it.
+    // It is still there while the mix tracks are updated; then the effect acts on nothing.
     const auto from = TimelineSamples::pictures({1});
     addEffect(*from);
     norvel::RvTimeLineAttribute to;
@@ -218,9 +218,10 @@ TEST_F(BindingsTest, BindsToATrackThatTheSameCallRemovesAfterwards)
     EXPECT_EQ(bindings(update(*from, to)),
               (Calls{"RvIEffectTrack::unbind(22)", "RvIEffectTrack::bind(22, 1, 0)"}));
     EXPECT_EQ(boundTo<RvARFilterTrack>(22), 0U);
+    EXPECT_EQ(mixTrack<RvARFilterTrack>(22)->getActionRange(), qrvkp::RvActionRangeAway);
 }
 
-TEST_F(BindingsTest, DoesNotBindAnUnchangedEffectAgainToATrackThatCameBack)
+TEST_F(BindingsTest, AnUnchangedEffectActsAgainOnATrackThatCameBack)
 {
     const auto with = TimelineSamples::pictures({1});
     bind(addEffect(*with), 1, {1});
@@ -228,8 +229,9 @@ TEST_F(BindingsTest, DoesNotBindAnUnchangedEffectAgainToATrackThatCameBack)
     bind(addEffect(without), 1, {1});
     setLive(*with);
     update(*with, without);
-    EXPECT_EQ(bindings(update(without, *with)), Calls());
     EXPECT_EQ(boundTo<RvARFilterTrack>(22), 0U);
+    EXPECT_EQ(bindings(update(without, *with)), Calls());
+    EXPECT_EQ(boundTo<RvARFilterTrack>(22), 1U);
 }
 
 TEST_F(BindingsTest, BindsNoDetectionByTheIdOfAnotherKindAndLeavesThatTrackHeld)

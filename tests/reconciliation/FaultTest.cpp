@@ -68,7 +68,10 @@ private:
         stroke.radius = radius;
         track->appendToLiquifyOperation(stroke);
         track->confirmCurrentLiquify();
-        EXPECT_TRUE(track->saveLiquifyConfig(folder.toLocal8Bit().toStdString()));
+        for (const std::uint64_t group : {changed, gone, created}) {
+            track->setTrackID(group + norvel::RecordTypeARLiquify);
+            EXPECT_TRUE(track->saveLiquifyConfig(folder.toLocal8Bit().toStdString()));
+        }
     }
 
     void fillMain()

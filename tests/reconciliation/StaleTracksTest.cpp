@@ -7,6 +7,15 @@ using norvel::adopt;
 
 namespace {
 
+/// A class of a host's own that knows its track by the tag, whatever the uuid.
+struct TaggedPicture : norvel::RvMediaAttribute
+{
+    norvel::RvReturnVlaue compare(norvel::RvAttribute* other) const override
+    {
+        return other->auxText == auxText ? norvel::ReturnSame : norvel::ReturnOtherRecord;
+    }
+};
+
 /// What goes: the tracks whose identity was not kept.
 class StaleTracksTest : public ReconciliationTest
 {
@@ -14,6 +23,13 @@ protected:
     static std::string removeGroup(std::size_t group)
     {
         return "RvKpTimeLine::removeGroup(#" + std::to_string(group) + ")";
+    }
+    static void addTagged(std::vector<norvel::RvAttribute*>& list, std::uint64_t id)
+    {
+        list.push_back(new TaggedPicture);
+        list.back()->uuid = id;
+        list.back()->type = norvel::RecordTypeImage;
+        list.back()->auxText = "title";
     }
     static std::string removeNoGroup() { return "RvKpTimeLine::removeGroup(null)"; }
     static std::string removeMix(std::uint64_t id)
@@ -226,4 +242,37 @@ TEST_F(StaleTracksTest, TakesTheTracksOfAGroupAwayWithIt)
     update(*from, empty);
     EXPECT_EQ(track->referenceCount(), 1);
     EXPECT_TRUE(timeline->addMixTrack(track.get())) << "it stands nowhere any more";
+}
+
+TEST_F(StaleTracksTest, KeepsTheIdOfTheNewRecordThatAHostClassTakesForTheSame)
+{
+    norvel::RvTimeLineAttribute from;
+    addTagged(from.mixAttribs, 1);
+    add(from.mixAttribs, norvel::RecordTypeImage, 2);
+    norvel::RvTimeLineAttribute to;
+    addTagged(to.mixAttribs, 2);
+    timeline->addMixTrack(TimelineSamples::track(norvel::RecordTypeImage, 1).get());
+    timeline->addMixTrack(TimelineSamples::track(norvel::RecordTypeImage, 2).get());
+    EXPECT_EQ(update(from, to), (Calls{removeMix(1), invalidate()}));
+}
+
+TEST_F(StaleTracksTest, KeepsTheIdOfAHostRecordInTheOtherListToo)
+{
+    norvel::RvTimeLineAttribute from;
+    addTagged(from.mainAttribs, 1);
+    addTagged(from.mixAttribs, 2);
+    add(from.mainAttribs, norvel::RecordTypeImage, 3);
+    add(from.mixAttribs, norvel::RecordTypeImage, 4);
+    norvel::RvTimeLineAttribute to;
+    addTagged(to.mainAttribs, 4); // the same as the old main record 1
+    addTagged(to.mixAttribs, 3);  // the same as the old mix record 2
+    norvel::RvTimeLineAttribute live;
+    for (const std::uint64_t id : {1, 3})
+        add(live.mainAttribs, norvel::RecordTypeImage, id);
+    for (const std::uint64_t id : {2, 4})
+        add(live.mixAttribs, norvel::RecordTypeImage, id);
+    setLive(live);
+    EXPECT_EQ(update(from, to), (Calls{removeGroup(0), removeMix(2), invalidate()}));
+    EXPECT_EQ(mainIds(), Ids{3});
+    EXPECT_EQ(mixIds(), Ids{4});
 }

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int ProcessTimeoutMs = 60000;
+constexpr int ProcessTimeoutMs = 300000;
 
 /// Runs a program and gives what it printed; a failure of it is a test failure.
 bool run(const QString& program, const QStringList& arguments, QByteArray* output = nullptr)
@@ -192,7 +192,8 @@ std::string TestMedia::soundWithCover(const QString& folder, const QString& name
 // Qt turns file names into bytes by the locale: plain streams make any name under every locale.
 std::string TestMedia::file(const QString& folder, const QString& name, const QByteArray& content)
 {
-    const std::string path = QDir(folder).filePath(name).toStdString();
+    // QDir takes a name that begins with a colon for the absolute path of a resource.
+    const std::string path = (folder + '/' + name).toStdString();
     std::ofstream stream(std::filesystem::u8path(path), std::ios::binary | std::ios::trunc);
     stream.write(content.constData(), content.size());
     stream.close();
@@ -239,9 +240,12 @@ double TestMedia::durationMs(const std::string& path)
 QString TestMedia::streamEntry(const std::string& path, const QString& type, const QString& entry)
 {
     QByteArray value;
+    QStringList arguments{"-v", "error"};
+    if (entry.contains("nb_read_frames"))
+        arguments << "-count_frames"; // decodes all of the file
     run("ffprobe",
-        {"-v", "error", "-count_frames", "-select_streams", type + ":0", "-show_entries",
-         "stream=" + entry, "-of", "csv=p=0", QString::fromStdString(path)},
+        arguments + QStringList{"-select_streams", type + ":0", "-show_entries", "stream=" + entry,
+                                "-of", "csv=p=0", QString::fromStdString(path)},
         &value);
     return QString::fromLatin1(value.trimmed());
 }

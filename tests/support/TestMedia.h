@@ -97,7 +97,8 @@ public:
     static double durationMs(const std::string& path);
 
     /// What ffprobe tells of the first stream of a type ("v" or "a"), for instance "codec_name" or
-    /// "nb_read_frames"; empty when there is no such stream.
+    /// "width,nb_read_frames"; empty when there is no such stream. Several entries come in one line
+    /// with commas, in the order in which ffprobe has them.
     static QString streamEntry(const std::string& path, const QString& type, const QString& entry);
 
     /// The sound of a file as ffmpeg decodes it: interleaved stereo at 48000 Hz, -1 to 1.

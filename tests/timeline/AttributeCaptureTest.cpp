@@ -387,7 +387,7 @@ TEST_P(EffectCaptureTest, HasNoTargetWhenItIsBoundDynamically)
     EXPECT_EQ(record->detect, 901U);
 }
 
-TEST_P(EffectCaptureTest, HasNothingThatWasTakenOffTheTimeline)
+TEST_P(EffectCaptureTest, IsBoundToNoneThatWasTakenOffTheTimelineButWaitsForIt)
 {
     m_track->bind(RvAttributeUtility::getMainTrack(m_timeline.get(), 900), 3);
     m_track->bindDetect(m_detection.get());
@@ -395,7 +395,8 @@ TEST_P(EffectCaptureTest, HasNothingThatWasTakenOffTheTimeline)
     m_timeline.get()->removeMixTrack(m_detection.get());
     const auto record = capture();
     ASSERT_TRUE(record);
-    EXPECT_EQ(record->range, 0);
+    EXPECT_EQ(record->range, RvActionRangeAway);
+    EXPECT_EQ(record->bindType, 3);
     EXPECT_EQ(record->target, Ids{});
     EXPECT_EQ(record->detect, 0U);
 }

@@ -46,6 +46,11 @@ and for one less. The values of a liquify's stroke are those of records without 
 `effectPath` names some, what was saved takes their place. The mask's own fields start from a track
 with a mask, all others from one without.
 
+Rows marked `(track)` are of values that a live track has and no record. There **created** says
+whether a track that is made of a record that was captured after the change has the value, and
+**updated** whether one that is brought up to a record from before the change has its old value
+again.
+
 The table is measured, not written: `NORVEL_WRITE_TABLE=1 timeline_test
 --gtest_filter='FieldTableTest.*'` writes this document anew, and the test fails when it no longer
 says what the code does.
@@ -88,6 +93,12 @@ const Note notes[] = {
     {"matte-bound", "matte", "range|bindType|target.*|detect", "created no",
      "A new matte is bound to nothing."},
     {"matte-detect", "matte", "detect", "JSON no", "A matte keeps its detection out of its JSON."},
+
+    // Values that no record has.
+    {"no-field", ".*", ".* \\(track\\)", "(compare|JSON) –", "No record has the value."},
+    {"no-field-lost", ".*", ".* \\(track\\)", "(capture|created|updated|undo) no",
+     "No record has the value: a live track keeps the one that it was given, whatever is undone, "
+     "and one that is made anew has that of a new track."},
 
     // Fields of every kind.
     {"tag", ".*", "auxText", "(compare|JSON) no", "The tag is neither compared nor written."},

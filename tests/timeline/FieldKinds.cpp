@@ -24,6 +24,7 @@
 #include <rvkpcore/RvAudioTrack.h>
 #include <rvkpcore/RvKpTrack.h>
 #include <rvkpcore/RvSpriteTrack.h>
+#include <rvkpcore/RvTrkMatteEffectTrack.h>
 
 #include <gtest/gtest.h>
 
@@ -69,6 +70,15 @@ FieldChange onTrack(FieldChange field, Get get, Change change)
         return true;
     };
     return field;
+}
+
+/// A value of a live track that no record has.
+template <class Track, class Get, class Change>
+FieldChange onTrackAlone(std::string name, Get get, Change change)
+{
+    FieldChange field;
+    field.name = std::move(name) + " (track)";
+    return onTrack<Track>(field, get, change);
 }
 
 /// A field that is set to a value as a whole, in the record and on the track.
@@ -794,13 +804,13 @@ std::string savedContent(const QString& folder)
     return content.toBase64().toStdString();
 }
 
-/// A folder with this number of saved strokes; it lasts as long as the program.
+/// A folder with this number of strokes saved for the subject; it lasts as long as the program.
 QString folderOfStrokes(int count)
 {
     static const QTemporaryDir root;
     const QString folder = root.filePath(QString::number(count));
     EXPECT_TRUE(QDir().mkpath(folder));
-    const auto track = owned(RvARLiquifyTrack::create(std::string(), 0, 0));
+    const auto track = withId(RvARLiquifyTrack::create(std::string(), 0, 0), FieldScene::subjectId);
     for (int i = 0; i < count; ++i)
         track->appendToLiquifyOperation(sampleStroke());
     track->confirmCurrentLiquify();
@@ -858,6 +868,52 @@ Changes liquifyChanges()
            };
 }
 
+// Values that no record has.
+
+/// How loud the track is.
+Changes volumeChanges()
+{
+    return {onTrackAlone<RvITrack>(
+        "volume", [](RvITrack& track) { return track.getVolumeAtTime(0); },
+        [](RvITrack& track) { track.setVolumeAtTime(0.25F, 0); })};
+}
+
+/// What a matte looks like, all of it.
+Changes matteChanges()
+{
+    using T = RvTrkMatteEffectTrack;
+    return {
+        onTrackAlone<T>(
+            "path",
+            [](T& track) {
+                return static_cast<float>(track.getMattePath().boundingRect().width());
+            },
+            [](T& track) {
+                auto* const path = new QPainterPath;
+                path->addRect(0, 0, 40, 30);
+                track.setMattePath(path, 80, 60, 1.0F, RvMattePathType());
+            }),
+        onTrackAlone<T>(
+            "path type", [](T& track) { return static_cast<int>(track.getMattePathType()); },
+            [](T& track) {
+                track.setMattePath(nullptr, 80, 60, 1.0F, static_cast<RvMattePathType>(2));
+            }),
+        onTrackAlone<T>(
+            "centre",
+            [](T& track) {
+                return std::make_pair(track.getMatteCenterX(), track.getMatteCenterY());
+            },
+            [](T& track) { track.setMatteCenter(7.0F, 8.0F); }),
+        onTrackAlone<T>("eclosion", &T::getMatteEclosionPercent,
+                        [](T& track) { track.setMatteEclosionPercent(50.0F); }),
+        onTrackAlone<T>("size limit", &T::getEnableDrawPathSizeLimit,
+                        [](T& track) { track.setEnableDrawPathSizeLimit(false); }),
+        onTrackAlone<T>(
+            "blend mode", [](T& track) { return static_cast<int>(track.getMatteBlendMode()); },
+            [](T& track) { track.setMatteBlendMode(static_cast<RvMatteBlendMode>(3)); }),
+    };
+}
+
 template <class Record, int type>
 FieldKind kindOf(const char* name, Changes changes)
 {
@@ -878,11 +934,11 @@ std::vector<FieldKind> fieldKinds()
     return {
         kindOf<RvAttribute, 1>("base", baseChanges()),
         kindOf<RvMediaAttribute, 2>("image", mediaChanges()),
-        kindOf<RvMediaAttribute, 3>("video", mediaChanges()),
-        kindOf<RvAudioAttribute, 4>("audio", audioChanges()),
+        kindOf<RvMediaAttribute, 3>("video", mediaChanges() + volumeChanges()),
+        kindOf<RvAudioAttribute, 4>("audio", audioChanges() + volumeChanges()),
         kindOf<RvDetectAttribute, 5>("detection", detectChanges()),
         abstractKind<RvEffectAttribute>("effect", effectChanges()),
-        kindOf<RvMatteAttribute, 6>("matte", effectChanges()),
+        kindOf<RvMatteAttribute, 6>("matte", effectChanges() + matteChanges()),
         abstractKind<RvARAttribute>("AR effect", arChanges()),
         kindOf<RvARFilterAttribute, 7>("AR filter", filterChanges()),
         kindOf<RvARBeautyAttribute, 8>("AR beauty", beautyChanges()),

@@ -14,13 +14,15 @@
 
 /// One change of one field of a record kind: how to make it in a record and, where the framework
 /// has a way, on a live track. The two changes leave the same value.
+///
+/// Or a change of a value that a live track has and no record: without a change to a record.
 struct FieldChange
 {
     std::string name;
     /// Sets in a record what must be there for the change to mean something; may be empty.
     std::function<void(norvel::RvAttribute&)> prepare;
     std::function<void(norvel::RvAttribute&)> change;
-    /// The value of the field as a text.
+    /// The value of the field as a text; empty when no record has the value.
     std::function<std::string(const norvel::RvAttribute&)> value;
 
     /// Does to the subject of a scene what `prepare` does to a record; may be empty.

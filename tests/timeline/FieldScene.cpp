@@ -22,6 +22,11 @@ FieldScene::FieldScene()
     m_timeline.addDetection(otherDetectionId);
 }
 
+void FieldScene::changeCache()
+{
+    norvel::RvAttributeUtility::_sCacheDir = m_cache.root().toStdString() + "/next";
+}
+
 void FieldScene::place(qrvkp::RvITrack* track)
 {
     if (const auto former = subject())

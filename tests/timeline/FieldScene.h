@@ -22,6 +22,9 @@ public:
 
     FieldScene();
 
+    /// From now on captures save strokes to another cache.
+    void changeCache();
+
     qrvkp::RvKpTimeLine* timeline() const { return m_timeline.get(); }
 
     /// Puts the subject on the timeline, in place of the one that is there.

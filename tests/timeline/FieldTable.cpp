@@ -3,6 +3,7 @@
 
 #include "timeline/FieldTable.h"
 
+#include "support/DescriptionComparison.h"
 #include "timeline/FieldKinds.h"
 
 #include <norvel/trace/RvEditorTrace.h>
@@ -11,18 +12,9 @@
 
 #include <gtest/gtest.h>
 
-#include <QDateTime>
-
 namespace {
 
 using namespace norvel;
-
-void awaitNextMillisecond()
-{
-    const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    while (QDateTime::currentMSecsSinceEpoch() == now)
-        ;
-}
 
 /// The value that a live track has, by the framework's getter; and the one that a capture of it
 /// gives. Empty where there is none.
@@ -44,6 +36,11 @@ public:
 
     FieldRow measure(qrvkp::RvKpApplication& application) const
     {
+        if (!m_change.change)
+            return {m_kind.name,
+                    m_change.name,
+                    {fieldCell::noWay, fieldCell::noWay, trackCapture(), trackCreated(),
+                     trackUpdated(), undo(application)}};
         return {m_kind.name,
                 m_change.name,
                 {compare(), json(), capture(), created(), updated(), undo(application)}};
@@ -93,7 +90,8 @@ private:
         if (subject && m_change.liveValue &&
             (!m_change.hasLiveValue || m_change.hasLiveValue(subject.get())))
             values.track = m_change.liveValue(*subject);
-        if (const Record record = scene.capturedSubject())
+        const Record record = scene.capturedSubject();
+        if (record && m_change.value)
             values.captured = m_change.value(*record);
         return values;
     }
@@ -102,9 +100,9 @@ private:
     bool changeLive(FieldScene& scene) const
     {
         const LiveValues before = liveValues(scene);
-        // Captures of one millisecond share a folder of the undo cache: what was captured before
-        // the change is not to be overwritten by what is captured after it.
-        awaitNextMillisecond();
+        // What was captured before the change is not to be overwritten by what is captured after
+        // it, and captures of one millisecond share a folder.
+        scene.changeCache();
         if (!m_change.changeLive || !m_change.changeLive(scene))
             return false;
         const LiveValues after = liveValues(scene);
@@ -242,6 +240,47 @@ private:
         const bool isBack =
             before.track.empty() ? before.captured == after.captured : before.track == after.track;
         return isBack ? fieldCell::yes : fieldCell::no;
+    }
+
+    // The same for a value that no record has.
+
+    /// The record that tells most of the subject of a scene.
+    Record bestRecord(const FieldScene& scene) const
+    {
+        Record captured = scene.capturedSubject();
+        return captured ? std::move(captured) : m_kind.record();
+    }
+
+    std::string trackCapture() const
+    {
+        const auto scene = sceneWithTrack();
+        const Record before = scene->capturedSubject();
+        if (!before)
+            return fieldCell::never;
+        EXPECT_TRUE(changeLive(*scene));
+        return differences(*before, *scene->capturedSubject()).empty() ? fieldCell::no
+                                                                       : fieldCell::yes;
+    }
+
+    std::string trackCreated() const
+    {
+        const auto scene = sceneWithTrack();
+        EXPECT_TRUE(changeLive(*scene));
+        FieldScene copy;
+        if (!create(copy, *bestRecord(*scene)))
+            return fieldCell::never;
+        return liveValues(copy).track == liveValues(*scene).track ? fieldCell::yes : fieldCell::no;
+    }
+
+    std::string trackUpdated() const
+    {
+        const auto scene = sceneWithTrack();
+        const std::string before = liveValues(*scene).track;
+        const Record record = bestRecord(*scene);
+        EXPECT_TRUE(changeLive(*scene));
+        if (!isEverUpdated(*scene, *record)) // updates it, too
+            return fieldCell::never;
+        return liveValues(*scene).track == before ? fieldCell::yes : fieldCell::no;
     }
 
     const FieldKind& m_kind;

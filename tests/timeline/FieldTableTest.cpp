@@ -76,7 +76,9 @@ const ExpectedRows mediaRows =
                    {"rotation", "YYYYYY"},
                };
 
-const ExpectedRows audioRows = baseRows + ExpectedRows{{"fileStartTime", "YYYYYY"}};
+const ExpectedRows volumeRow{{"volume (track)", "--NNNN"}};
+
+const ExpectedRows audioRows = baseRows + ExpectedRows{{"fileStartTime", "YYYYYY"}} + volumeRow;
 
 const ExpectedRows bindingRows{
     {"range", "YYYYYY"},
@@ -197,7 +199,7 @@ ExpectedRows imageRows()
 
 ExpectedRows videoRows()
 {
-    return with(mediaRows, {{"type", "YYY0NN"}});
+    return with(mediaRows, {{"type", "YYY0NN"}}) + volumeRow;
 }
 
 /// A matte is made with the common values alone, never described, never updated.
@@ -205,7 +207,11 @@ ExpectedRows matteRows()
 {
     const ExpectedRows made =
         with(withColumns(baseRows, "  XTXX"), {{"source", "YYXNXX"}, {"type", "YYX0XX"}});
-    return made + withColumns(bindingRows, "  XNXX") + ExpectedRows{{"detect", "YNXNXX"}};
+    ExpectedRows rows =
+        made + withColumns(bindingRows, "  XNXX") + ExpectedRows{{"detect", "YNXNXX"}};
+    for (const char* look : {"path", "path type", "centre", "eclosion", "size limit", "blend mode"})
+        rows.push_back({std::string(look) + " (track)", "--XNXX"});
+    return rows;
 }
 
 /// A new layer has source, times and bindings, and an id of its own.

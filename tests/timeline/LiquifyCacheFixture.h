@@ -7,12 +7,15 @@
 #include "timeline/LiveTimeline.h"
 #include "timeline/ScopedPathEncoding.h"
 
+#include <norvel/timeline/private/LiquifyCapture.h>
+
 #include <kparextension/RvARLiquifyTrack.h>
 
 #include <gtest/gtest.h>
 
 #include <QDir>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -39,24 +42,52 @@ protected:
     static std::string root() { return norvel::RvAttributeUtility::_sCacheDir; }
     static std::string current() { return norvel::RvAttributeUtility::_sCurrentCacheLiquefyDir; }
 
-    /// The radii of the strokes that were saved in a folder.
-    static std::vector<float> savedRadii(const QString& folder)
+    /// Captures a liquify track as if it were this time, in ms since the epoch.
+    static std::unique_ptr<norvel::RvARLiquifyAttribute> captureAt(qint64 milliseconds,
+                                                                   qkpar::RvARLiquifyTrack& track)
     {
-        const auto track = owned(qkpar::RvARLiquifyTrack::create(std::string(), 0, 0));
+        auto record = std::make_unique<norvel::RvARLiquifyAttribute>();
+        record->uuid = track.getTrackID();
+        norvel::captureStrokes(*record, track, milliseconds);
+        return record;
+    }
+
+    /// The folder of captures at this time.
+    QString folderAt(qint64 milliseconds) const
+    {
+        return m_cache.root() + "/Norvel/Undo/" + QString::number(milliseconds);
+    }
+
+    /// The radii of the strokes of the track that were saved in a folder.
+    std::vector<float> savedRadii(const QString& folder) const
+    {
+        return savedRadii(folder, m_track->getTrackID());
+    }
+    static std::vector<float> savedRadii(const QString& folder, std::uint64_t id)
+    {
+        const auto track = withId(qkpar::RvARLiquifyTrack::create(std::string(), 0, 0), id);
         EXPECT_TRUE(track->loadLiquifyConfig(folder.toLocal8Bit().toStdString()))
             << folder.toStdString();
+        return radii(*track);
+    }
+    /// The radii of the confirmed strokes.
+    static std::vector<float> radii(const qkpar::RvARLiquifyTrack& track)
+    {
         std::vector<float> radii;
-        for (const qkpar::RvARLiquifyOperation& stroke : track->getConfirmedOperations())
+        for (const qkpar::RvARLiquifyOperation& stroke : track.getConfirmedOperations())
             radii.push_back(stroke.radius);
         return radii;
     }
 
-    void addStroke(float radius) const
+    void addStroke(float radius) const { addStroke(*m_track, radius); }
+    static void addStroke(qkpar::RvARLiquifyTrack& track, float radius)
     {
         qkpar::RvARLiquifyOperation stroke;
         stroke.radius = radius;
-        m_track->appendToLiquifyOperation(stroke);
+        track.appendToLiquifyOperation(stroke);
     }
+
+    static constexpr qint64 m_time = 1700000000000; ///< ms since the epoch
 
     const ScopedPathEncoding m_encoding{"UTF-8"};
     const ScopedCache m_cache;

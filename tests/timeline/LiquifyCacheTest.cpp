@@ -5,6 +5,8 @@
 
 #include "support/TestMedia.h"
 
+#include <norvel/timeline/private/TrackTypes.h>
+
 #include <kparextension/RvARLiquifyTrack.h>
 #include <rvkpcore/RvFault.h>
 
@@ -172,72 +174,96 @@ TEST_F(LiquifyCacheTest, TheFrameworkIsToldTheFolderInTheLocalEncoding)
     EXPECT_TRUE(QDir(m_cache.root() + "/缓存").removeRecursively());
 }
 
-/// Folders with a file in each, for every millisecond of a while that lies ahead.
-class MillisecondFolders
-{
-public:
-    static constexpr int count = 1000;
-
-    MillisecondFolders(const QString& root, const std::string& savedStrokes)
-        : m_start(QDateTime::currentMSecsSinceEpoch() + 3000)
-    {
-        const QString undo = root + "/Norvel/Undo/";
-        EXPECT_TRUE(QDir().mkpath(undo));
-        for (qint64 name = m_start; name < m_start + count; ++name) {
-            const QString folder = undo + QString::number(name);
-            EXPECT_TRUE(QDir().mkdir(folder));
-            TestMedia::copy(savedStrokes, folder, "liquify.dat");
-        }
-    }
-
-    /// Waits until the while begins.
-    void wait() const
-    {
-        EXPECT_LT(QDateTime::currentMSecsSinceEpoch(), m_start) << "they took too long to make";
-        while (QDateTime::currentMSecsSinceEpoch() < m_start)
-            ;
-    }
-
-private:
-    const qint64 m_start;
-};
-
 TEST_F(LiquifyCacheTest, AFolderOfTheSameMillisecondIsSharedAndTheLaterStrokesStay)
 {
     addStroke(1.0F);
-    const auto first = capture();
-    const QString firstFolder = first->effectPath;
-    const QTemporaryDir root;
-    setRoot(root.path());
-    const MillisecondFolders folders(root.path(), firstFolder.toStdString() + "/liquify.dat");
-
+    const auto first = captureAt(m_time, *m_track);
     addStroke(2.0F);
-    folders.wait();
-    const auto second = capture();
+    const auto second = captureAt(m_time, *m_track);
+    EXPECT_EQ(first->effectPath, folderAt(m_time));
+    EXPECT_EQ(second->effectPath, folderAt(m_time));
+    EXPECT_EQ(m_cache.folders(), QStringList{QString::number(m_time)});
+    EXPECT_EQ(savedRadii(folderAt(m_time)), (std::vector<float>{1.0F, 2.0F}));
+    EXPECT_EQ(current(), folderAt(m_time).toStdString());
+}
 
-    const QDir undo(root.path() + "/Norvel/Undo");
-    EXPECT_EQ(undo.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), MillisecondFolders::count);
-    EXPECT_EQ(savedRadii(second->effectPath), (std::vector<float>{1.0F, 2.0F}));
-    EXPECT_EQ(current(), second->effectPath.toStdString());
+TEST_F(LiquifyCacheTest, AFolderOfAnotherMillisecondIsAnotherOne)
+{
+    addStroke(1.0F);
+    captureAt(m_time, *m_track);
+    addStroke(2.0F);
+    captureAt(m_time + 1, *m_track);
+    EXPECT_EQ(savedRadii(folderAt(m_time)), std::vector<float>{1.0F});
+    EXPECT_EQ(savedRadii(folderAt(m_time + 1)), (std::vector<float>{1.0F, 2.0F}));
+    EXPECT_EQ(current(), folderAt(m_time + 1).toStdString());
+}
+
+TEST_F(LiquifyCacheTest, TheFolderIsNamedInDecimalWhateverTheTime)
+{
+    for (const qint64 time : {qint64{0}, qint64{-1}, qint64{7}, qint64{253402300799999}})
+        EXPECT_EQ(captureAt(time, *m_track)->effectPath, folderAt(time));
+}
+
+TEST_F(LiquifyCacheTest, TracksThatAreCapturedInOneMillisecondGetBackTheirOwnStrokes)
+{
+    const auto other = withId(qkpar::RvARLiquifyTrack::create(std::string(), 0, 0), 78);
+    m_timeline.addMix(other.get());
+    addStroke(1.0F);
+    addStroke(*other, 2.0F);
+    const auto record = captureAt(m_time, *m_track);
+    const auto otherRecord = captureAt(m_time, *other);
+    EXPECT_EQ(record->effectPath, otherRecord->effectPath);
+    EXPECT_EQ(savedRadii(folderAt(m_time)), std::vector<float>{1.0F});
+    EXPECT_EQ(savedRadii(folderAt(m_time), 78), std::vector<float>{2.0F});
+
+    // As an undo does with both of them.
+    record->type = otherRecord->type = RecordTypeARLiquify;
+    addStroke(3.0F);
+    RvAttributeUtility::updateTrack(m_timeline.get(), m_track.get(), record.get());
+    RvAttributeUtility::updateTrack(m_timeline.get(), other.get(), otherRecord.get());
+    EXPECT_EQ(radii(*m_track), std::vector<float>{1.0F});
+    EXPECT_EQ(radii(*other), std::vector<float>{2.0F});
 }
 
 // Failure.
 
 TEST_F(LiquifyCacheTest, AFailedSaveLeavesTheFolderAndNothingElse)
 {
-    const auto before = capture();
-    const std::string currentBefore = current();
+    captureAt(m_time, *m_track);
     RvFault::failNext("RvARLiquifyTrack::saveLiquifyConfig");
-    // Another millisecond, so that the folder is another one.
-    while (QDateTime::currentMSecsSinceEpoch() <= before->effectPath.section('/', -1).toLongLong())
-        ;
-    const auto record = capture();
-    ASSERT_TRUE(record);
+    const auto record = captureAt(m_time + 1, *m_track);
     EXPECT_EQ(record->effectPath, "");
-    EXPECT_EQ(current(), currentBefore);
+    EXPECT_EQ(current(), folderAt(m_time).toStdString());
     ASSERT_EQ(m_cache.folders().size(), 2);
-    const QDir folder(m_cache.root() + "/Norvel/Undo/" + m_cache.folders().last());
-    EXPECT_TRUE(folder.isEmpty());
+    EXPECT_TRUE(QDir(folderAt(m_time + 1)).isEmpty());
+}
+
+TEST_F(LiquifyCacheTest, StrokesDoNotGrowByUndosWithoutAFolder)
+{
+    setRoot(QString::fromStdString(TestMedia::file(m_cache.root(), "file", "not a folder")));
+    addStroke(1.0F);
+    const auto first = capture();
+    addStroke(2.0F);
+    const auto second = capture();
+    ASSERT_EQ(first->effectPath, "");
+    for (int i = 0; i < 3; ++i) {
+        for (const auto* record : {&first, &second}) {
+            RvAttributeUtility::updateTrack(m_timeline.get(), m_track.get(), record->get());
+            EXPECT_EQ(capture()->radius, 2.0F);
+            EXPECT_EQ(radii(*m_track), (std::vector<float>{1.0F, 2.0F}));
+        }
+    }
+}
+
+TEST_F(LiquifyCacheTest, StrokesDoNotGrowByUndosWhenTheFolderIsGone)
+{
+    addStroke(1.0F);
+    const auto record = capture();
+    ASSERT_TRUE(QDir(record->effectPath).removeRecursively());
+    for (int i = 0; i < 3; ++i)
+        RvAttributeUtility::updateTrack(m_timeline.get(), m_track.get(), record.get());
+    m_track->confirmCurrentLiquify();
+    EXPECT_EQ(radii(*m_track), std::vector<float>{1.0F});
 }
 
 TEST_F(LiquifyCacheTest, AFailedSaveHasConfirmedTheStrokeAllTheSame)

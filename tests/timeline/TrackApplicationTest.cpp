@@ -517,7 +517,7 @@ TEST_F(MaskApplicationTest, OfTheTrackStaysWhenTheRecordHasNone)
 TEST_F(TrackApplicationTest, SavedStrokesTakeThePlaceOfTheRecordsStroke)
 {
     const QTemporaryDir folder;
-    const auto saved = owned(dynamic_cast<RvARLiquifyTrack*>(newLiveTrack(13)));
+    const auto saved = withId(dynamic_cast<RvARLiquifyTrack*>(newLiveTrack(13)), sampleId);
     RvARLiquifyOperation stroke;
     stroke.radius = 11.0F;
     saved->appendToLiquifyOperation(stroke);

@@ -271,24 +271,25 @@ TEST(RecordDifferencesTest, LookAtMasksByTheirPictures)
 TEST(RecordDifferencesTest, LookIntoTheFoldersOfStrokes)
 {
     const QTemporaryDir folder;
+    auto stored = filledRecord<norvel::RvARLiquifyAttribute>();
+    auto live = stored;
+    const QString file = QStringLiteral("liquify-%1.dat").arg(stored.uuid);
     const auto strokes = [&](const char* name, const QByteArray& content) {
         const QString path = folder.filePath(name);
         QDir().mkpath(path);
-        TestMedia::file(path, "liquify.dat", content);
+        TestMedia::file(path, file, content);
         return path;
     };
-    auto stored = filledRecord<norvel::RvARLiquifyAttribute>();
-    auto live = stored;
     stored.effectPath = strokes("a", "one stroke");
     live.effectPath = strokes("b", "one stroke");
     EXPECT_EQ(differences(stored, live), Lines{});
 
-    TestMedia::file(live.effectPath, "liquify.dat", "two stroke");
+    TestMedia::file(live.effectPath, file, "two stroke");
     EXPECT_EQ(differences(stored, live), Lines{"effectPath"});
 
     live.effectPath = strokes("c", "one stroke");
-    TestMedia::file(live.effectPath, "another.dat", "");
-    EXPECT_EQ(differences(stored, live), Lines{"effectPath"});
+    TestMedia::file(live.effectPath, "liquify-1.dat", "strokes of another track");
+    EXPECT_EQ(differences(stored, live), Lines{});
 
     stored.effectPath = folder.filePath("gone");
     live.effectPath = folder.filePath("gone as well");

@@ -38,13 +38,8 @@ protected:
         timeline->addMixTrack(TimelineSamples::track(norvel::RecordTypeARLiquify, 50).get());
     }
 
-    /// Waits until a capture would write to another folder than those before.
-    static void waitForTheNextMillisecond()
-    {
-        const qint64 now = QDateTime::currentMSecsSinceEpoch();
-        while (QDateTime::currentMSecsSinceEpoch() <= now) {
-        }
-    }
+    /// Has the next captures write to other folders than those before, whatever the time is.
+    void changeRoot() { trace->setCacheDir(root().toStdString() + "/next"); }
 
     QString root() const { return m_root.path(); }
     std::string current() const { return trace->getCurrentCacheData().liquifyCacheDir; }
@@ -104,7 +99,7 @@ TEST_F(CacheDataTest, TellsTheFolderOfTheLastCapturedLiquify)
     EXPECT_GE(time, before);
     EXPECT_LE(time, after);
 
-    waitForTheNextMillisecond();
+    changeRoot();
     EXPECT_TRUE(trace->recordStatus());
     EXPECT_NE(current(), folder.toStdString());
     EXPECT_TRUE(QDir(folder).exists()) << "the former one stays";
@@ -146,7 +141,7 @@ TEST_F(CacheDataTest, StepsALiquifyThroughItsSavedStrokes)
     addLiquify();
     trace->initTrace();
     const std::string first = current();
-    waitForTheNextMillisecond();
+    changeRoot();
     trace->recordStatus();
     EXPECT_NE(current(), first);
     const Calls undone = callsOf([&] { trace->undo(); });

@@ -8,21 +8,11 @@
 
 #include <norvel/timeline/RvAttributeUtility.h>
 
+#include <rvkpcore/RvCallLog.h>
+
 #include <gtest/gtest.h>
 
-#include <QDateTime>
-#include <QThread>
-
 namespace {
-
-/// Waits until the clock that names the undo caches has moved on: captures of a liquify track
-/// within one millisecond write to the same folder.
-void awaitNextMillisecond()
-{
-    const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    while (QDateTime::currentMSecsSinceEpoch() == now)
-        QThread::yieldCurrentThread();
-}
 
 void* pointerOf(std::uintptr_t opaque)
 {
@@ -40,6 +30,7 @@ EditWalk::EditWalk(std::uint64_t seed, WalkEdits::Scope scope, const WalkMedia& 
 {
     const auto timeline = adopt(qrvkp::RvKpTimeLine::create());
     m_application.getPlayer()->setTimeLine(timeline.get());
+    changeCache();
     restart();
 }
 
@@ -47,6 +38,7 @@ EditWalk::~EditWalk()
 {
     m_application.getPlayer()->setTimeLine(nullptr);
     m_trace->initTrace(); // frees the descriptions
+    m_trace->setCacheDir({});
 }
 
 void EditWalk::run(int steps)
@@ -59,7 +51,7 @@ void EditWalk::run(int steps)
 
 void EditWalk::makeStep()
 {
-    awaitNextMillisecond();
+    changeCache();
     const int choice = number(100);
     if (choice < 50)
         edit();
@@ -77,7 +69,7 @@ void EditWalk::edit()
 {
     const int edits = m_scope == WalkEdits::Scope::All ? 1 + number(3) : 1;
     for (int i = 0; i < edits; ++i)
-        m_log += "; " + m_edits.makeEdit();
+        makeEdit();
     const std::uintptr_t opaque = m_nextOpaque++;
     ASSERT_TRUE(m_trace->recordStatus(pointerOf(opaque)));
     m_history.resize(m_index + 1);
@@ -93,17 +85,20 @@ void EditWalk::move(int offset)
     const bool possible = offset < 0 ? m_index > 0 : m_index + 1 < m_history.size();
     ASSERT_EQ(offset < 0 ? m_trace->canUndo() : m_trace->canRedo(), possible);
     m_log += offset < 0 ? "; undo" : "; redo";
-    TimelineState before = TimelineState::read(m_application);
+    TimelineState before = read();
     offset < 0 ? m_trace->undo() : m_trace->redo();
-    const TimelineState after = TimelineState::read(m_application);
+    changeCache();
     if (!possible) {
-        check(before, after);
+        check(before, read());
         return;
     }
     const auto& from = *m_history[m_index];
     m_index = offset < 0 ? m_index - 1 : m_index + 1;
     const auto& to = *m_history[m_index];
-    check(StepModel(std::move(before)).step(from, to), after);
+    const TimelineState expected = StepModel(std::move(before)).step(from, to);
+    m_state = read();
+    m_state.inheritExpected(expected);
+    check(expected, m_state);
     if (m_scope == WalkEdits::Scope::Restorable) {
         for (const std::string& difference : differences(to, *capture()))
             ADD_FAILURE() << "not restored: " << difference;
@@ -123,12 +118,33 @@ void EditWalk::restart()
     checkHistory();
 }
 
+void EditWalk::changeCache()
+{
+    m_trace->setCacheDir(m_cache.filePath(QString::number(m_caches++)).toStdString());
+}
+
+TimelineState EditWalk::read()
+{
+    TimelineState state = TimelineState::read(m_application);
+    state.inherit(m_state);
+    return state;
+}
+
+void EditWalk::makeEdit()
+{
+    qrvkp::RvCallLog::start();
+    m_log += "; " + m_edits.makeEdit();
+    qrvkp::RvCallLog::stop();
+    m_state = read();
+    m_state.applyBindings(qrvkp::RvCallLog::entries());
+}
+
 void EditWalk::remember()
 {
     m_history.push_back(capture());
-    const TimelineState state = TimelineState::read(m_application);
-    checkObjects(state);
-    checkLookups(state);
+    TimelineState expected = read();
+    expected.showBindings();
+    check(expected, read());
 }
 
 void EditWalk::check(const TimelineState& expected, const TimelineState& actual)

@@ -3,8 +3,14 @@
 
 #include "walk/StepModel.h"
 
-#include <norvel/timeline/RvAttributeUtility.h>
-#include <norvel/timeline/private/AttributeIndex.h>
+#include "walk/RecordOracle.h"
+
+#include <norvel/attribute/RvARLayerAttribute.h>
+#include <norvel/attribute/RvARLiquifyAttribute.h>
+#include <norvel/attribute/RvARMakeupAttribute.h>
+#include <norvel/attribute/RvAudioAttribute.h>
+#include <norvel/attribute/RvDetectAttribute.h>
+#include <norvel/attribute/RvMediaAttribute.h>
 
 #include <algorithm>
 
@@ -157,6 +163,7 @@ TimelineState StepModel::step(const norvel::RvTimeLineAttribute& from,
     stepMix(from.mixAttribs, to.mixAttribs);
     removeStaleGroups(from.mainAttribs);
     removeStaleMixTracks(from.mixAttribs);
+    m_state.showBindings();
     return std::move(m_state);
 }
 
@@ -167,10 +174,10 @@ void StepModel::stepMain(const Records& from, const Records& to)
         if (!isMedia(record))
             break;
         ++position;
-        const auto result = norvel::compareWithList(record, from);
+        const RecordFate fate = fateOf(*record, from);
         auto& groups = m_state.groups;
         const auto last = static_cast<std::ptrdiff_t>(groups.size());
-        if (result == norvel::ReturnNotFound) {
+        if (fate == RecordFate::Created) {
             GroupState created;
             created.contexts.push_back(nullptr);
             created.ids.push_back(record->uuid);
@@ -184,7 +191,7 @@ void StepModel::stepMain(const Records& from, const Records& to)
             continue;
         GroupState group = std::move(*found);
         groups.erase(found);
-        if (result == norvel::ReturnChanged)
+        if (fate == RecordFate::Updated)
             update(*group.record, *record);
         groups.insert(groups.begin() + std::min(position, last - 1), std::move(group));
     }
@@ -198,21 +205,24 @@ void StepModel::stepMix(const Records& from, const Records& to)
 
 void StepModel::stepMixRecord(const Records& from, const RvAttribute& record)
 {
-    const auto result = norvel::compareWithList(&record, from);
-    if (result == norvel::ReturnNotFound) {
+    const RecordFate fate = fateOf(record, from);
+    if (fate == RecordFate::Created) {
         if (Record created = create(record)) {
             MixState mix;
             mix.id = created->uuid;
             mix.trackType = trackTypeOf(record.type);
             mix.record = std::move(created);
+            bind(mix.asked, record);
             m_state.mixTracks.push_back(std::move(mix));
         }
         return;
     }
     m_kept.push_back(record.uuid);
     const auto found = findMix(record.uuid);
-    if (result == norvel::ReturnChanged && found != m_state.mixTracks.end())
+    if (fate == RecordFate::Updated && found != m_state.mixTracks.end()) {
         update(*found->record, record);
+        bind(found->asked, record);
+    }
 }
 
 void StepModel::removeStaleGroups(const Records& from)
@@ -223,10 +233,7 @@ void StepModel::removeStaleGroups(const Records& from)
         const auto found = findGroup(record->uuid);
         if (found == m_state.groups.end())
             continue;
-        const std::vector<std::uint64_t> ids = found->ids;
         m_state.groups.erase(found);
-        for (const std::uint64_t id : ids)
-            endBindings(id);
     }
 }
 
@@ -239,7 +246,6 @@ void StepModel::removeStaleMixTracks(const Records& from)
         if (found == m_state.mixTracks.end())
             continue;
         m_state.mixTracks.erase(found);
-        endBindings(record->uuid);
     }
 }
 
@@ -275,61 +281,36 @@ void StepModel::update(RvAttribute& live, const RvAttribute& record)
     updateAs(live, record, updateBeauty);
     updateAs(live, record, updateMakeup);
     updateAs(live, record, updateLiquify);
-    if (auto* detection = dynamic_cast<norvel::RvDetectAttribute*>(&live))
-        bindTrack(*detection, static_cast<const norvel::RvDetectAttribute&>(record));
-    if (auto* effect = dynamic_cast<norvel::RvEffectAttribute*>(&live))
-        bindEffect(*effect, static_cast<const norvel::RvEffectAttribute&>(record));
 }
 
 Record StepModel::create(const RvAttribute& record)
 {
     if (record.type == 12)
         return nullptr; // a label is never created
-    Record track = record.type == 10 ? freshLayer(record) : freshTrack(record);
-    if (auto* detection = dynamic_cast<norvel::RvDetectAttribute*>(track.get()))
-        bindTrack(*detection, static_cast<const norvel::RvDetectAttribute&>(record));
-    if (auto* effect = dynamic_cast<norvel::RvEffectAttribute*>(track.get()))
-        bindEffect(*effect, static_cast<const norvel::RvEffectAttribute&>(record));
-    return track;
+    return record.type == 10 ? freshLayer(record) : freshTrack(record);
+}
+
+void StepModel::bind(BindingState& asked, const RvAttribute& record)
+{
+    if (record.type == 12)
+        return; // a label stays as it is
+    if (const auto* detection = dynamic_cast<const norvel::RvDetectAttribute*>(&record))
+        bindTrack(asked, *detection);
+    if (const auto* effect = dynamic_cast<const norvel::RvEffectAttribute*>(&record)) {
+        bindTrack(asked, *effect);
+        if (effect->detect != 0 && isDetection(effect->detect))
+            asked.detection = effect->detect;
+    }
 }
 
 template <class Kind>
-void StepModel::bindTrack(Kind& live, const Kind& record)
+void StepModel::bindTrack(BindingState& asked, const Kind& record)
 {
-    const bool bound = record.range == 1 && !record.target.empty() && isMainId(record.target[0]);
-    const int range = record.range;
-    const int bindType = record.bindType;
-    const std::uint64_t target = bound ? record.target[0] : 0;
-    live.range = range == 2 ? 2 : bound ? 1 : 0;
-    live.bindType = bound ? bindType : 0;
-    live.target.clear();
-    if (bound)
-        live.target.push_back(target);
-}
-
-void StepModel::bindEffect(norvel::RvEffectAttribute& live, const norvel::RvEffectAttribute& record)
-{
-    const std::uint64_t detect = record.detect;
-    bindTrack(live, record);
-    live.detect = detect != 0 && isDetection(detect) ? detect : 0;
-}
-
-void StepModel::endBindings(std::uint64_t id)
-{
-    const auto unbind = [id](auto& record) {
-        if (record.target.empty() || record.target[0] != id)
-            return;
-        record.target.clear();
-        record.range = 0;
-        record.bindType = 0;
-    };
-    for (MixState& mix : m_state.mixTracks) {
-        if (auto* detection = dynamic_cast<norvel::RvDetectAttribute*>(mix.record.get()))
-            unbind(*detection);
-        if (auto* effect = dynamic_cast<norvel::RvEffectAttribute*>(mix.record.get())) {
-            unbind(*effect);
-            if (effect->detect == id)
-                effect->detect = 0;
-        }
-    }
+    if (record.range < 0 || record.range > 2)
+        return; // as it was: bound to a track that was away, for one
+    asked = {};
+    if (record.range == 2)
+        asked.range = 2;
+    else if (record.range == 1 && !record.target.empty() && isMainId(record.target[0]))
+        asked = {1, record.bindType, record.target[0], 0};
 }

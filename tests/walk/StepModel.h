@@ -10,7 +10,7 @@
 /// Foretells what a reconciliation makes of a live timeline, on records alone.
 ///
 /// It is a second telling of the bridge's rules, without a framework: which values an update
-/// writes, what a creation leaves out, when a binding ends. What an undo cannot bring back is
+/// writes, what a creation leaves out, what is bound to what. What an undo cannot bring back is
 /// foretold too.
 class StepModel
 {
@@ -43,11 +43,10 @@ private:
     void update(norvel::RvAttribute& live, const norvel::RvAttribute& record);
     /// What a track created from `record` is; null when none is created.
     Record create(const norvel::RvAttribute& record);
+    /// Binds as an update or a creation does; what is looked for is there now or not at all.
+    void bind(BindingState& asked, const norvel::RvAttribute& record);
     template <class Kind>
-    void bindTrack(Kind& live, const Kind& record);
-    void bindEffect(norvel::RvEffectAttribute& live, const norvel::RvEffectAttribute& record);
-    /// A track that leaves the timeline takes the bindings to it along.
-    void endBindings(std::uint64_t id);
+    void bindTrack(BindingState& asked, const Kind& record);
 
     TimelineState m_state;
     std::vector<std::uint64_t> m_kept;

@@ -19,6 +19,7 @@ namespace {
 
 constexpr int mostGroups = 12;
 constexpr int mostMixTracks = 16;
+constexpr int mostLiquifies = 4; ///< each writes a file with every capture
 
 bool isClip(const qrvkp::RvITrack& track)
 {
@@ -244,7 +245,7 @@ bool WalkEdits::bindDetection()
 {
     const auto detection = someMix<qrvkp::RvDetectionTrack>();
     const auto group = someClip();
-    if (!detection || !group)
+    if (!detection || !group || !isRestorable(detection.get()))
         return false;
     if (number(4) == 0)
         detection->bindDynamic();
@@ -339,10 +340,11 @@ bool WalkEdits::changeMakeup()
 
 bool WalkEdits::addLiquify()
 {
-    // One at most: captures of two within one millisecond share their folder.
-    if (someMix<qkpar::RvARLiquifyTrack>())
-        return false;
-    return addMix(adopt(qkpar::RvARLiquifyTrack::create("", 0, 4000)).get());
+    int liquifies = 0;
+    for (const auto& track : adopt(timeline()->getMixTracks()))
+        liquifies += track->getTrackType() == qrvkp::RvTrackTypeARLiquify ? 1 : 0;
+    return liquifies < mostLiquifies &&
+           addMix(adopt(qkpar::RvARLiquifyTrack::create("", 0, 4000)).get());
 }
 
 bool WalkEdits::pushPixels()
@@ -378,7 +380,7 @@ bool WalkEdits::bindEffect()
 {
     const auto effect = someMix<qkpar::RvARFilterTrack>();
     const auto group = someClip();
-    if (!effect || !group)
+    if (!effect || !group || !isRestorable(effect.get()))
         return false;
     switch (number(4)) {
     case 0:
@@ -399,7 +401,16 @@ bool WalkEdits::deleteMixTrack()
     const auto track = someMix<qrvkp::RvITrack>();
     const bool keep = track && m_scope == Scope::Restorable &&
                       track->getTrackType() == qrvkp::RvTrackTypeDetection;
-    return track && !keep && timeline()->removeMixTrack(track.get());
+    return track && !keep && isRestorable(track.get()) && timeline()->removeMixTrack(track.get());
+}
+
+bool WalkEdits::isRestorable(qrvkp::RvITrack* track) const
+{
+    const auto* effect = dynamic_cast<qrvkp::RvIEffectTrack*>(track);
+    const auto* detection = dynamic_cast<qrvkp::RvDetectionTrack*>(track);
+    const bool isAway = (effect && effect->getActionRange() == qrvkp::RvActionRangeAway) ||
+                        (detection && detection->getActionRange() == qrvkp::RvActionRangeAway);
+    return m_scope == Scope::All || !isAway;
 }
 
 bool WalkEdits::addUndescribed()
@@ -408,12 +419,20 @@ bool WalkEdits::addUndescribed()
         return false;
     switch (number(3)) {
     case 0:
-        return addMix(adopt(qrvkp::RvTrkMatteEffectTrack::createPathMatteTrack(0, 100)).get());
+        return addMatte();
     case 1:
         return addMix(adopt(qkpar::RvARFrameTrack::create("frame", 0, 100)).get());
     default:
         return addMix(adopt(qrvkp::RvITrack::create(0, 100)).get());
     }
+}
+
+bool WalkEdits::addMatte()
+{
+    const auto matte = adopt(qrvkp::RvTrkMatteEffectTrack::createPathMatteTrack(0, 100));
+    if (const auto group = someClip())
+        matte->bind(firstTrack(*group).release(), number(3));
+    return addMix(matte.get());
 }
 
 bool WalkEdits::addLayer()
@@ -435,6 +454,8 @@ bool WalkEdits::addLabel()
 {
     const auto label = adopt(qkpar::RvARLabelTrack::create("label", 0, 100));
     label->setAlpha(fraction());
+    if (const auto group = someClip())
+        label->bind(firstTrack(*group).release(), number(3));
     return addMix(label.get());
 }
 

@@ -82,7 +82,11 @@ private:
     bool restyleMix();
     bool bindEffect();
     bool deleteMixTrack();
+    /// Whether an undo takes back that the track is bound to something else or deleted: that a
+    /// track was bound to one that is away is not brought back.
+    bool isRestorable(qrvkp::RvITrack* track) const;
     bool addUndescribed();
+    bool addMatte();
     bool addLayer();
     bool changeLayer();
     bool addLabel();

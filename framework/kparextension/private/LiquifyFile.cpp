@@ -21,10 +21,11 @@ bool isFolderName(const std::string& folder)
     return !folder.empty() && folder.find('\0') == std::string::npos;
 }
 
-QString filePath(const std::string& folder)
+/// Under the track's id: tracks that are saved to one folder do not get each other's strokes.
+QString filePath(const std::string& folder, std::uint64_t id)
 {
     return QDir(QString::fromLocal8Bit(folder.data(), static_cast<int>(folder.size())))
-        .filePath(QStringLiteral("liquify.dat"));
+        .filePath(QStringLiteral("liquify-%1.dat").arg(id));
 }
 
 QDataStream& operator<<(QDataStream& stream, const RvARLiquifyOperation& stroke)
@@ -66,11 +67,11 @@ bool writeStrokes(QFile& file, const LiquifyStrokes& strokes)
 
 } // namespace
 
-bool saveStrokes(const std::string& folder, const LiquifyStrokes& strokes)
+bool saveStrokes(const std::string& folder, std::uint64_t id, const LiquifyStrokes& strokes)
 {
     if (!isFolderName(folder))
         return false;
-    const QString path = filePath(folder);
+    const QString path = filePath(folder, id);
     // Not QSaveFile: it waits for the disk, and a cache that is written with every edit need not
     // outlive a power cut.
     QFile file(path + QStringLiteral(".new"));
@@ -83,11 +84,11 @@ bool saveStrokes(const std::string& folder, const LiquifyStrokes& strokes)
     return false;
 }
 
-std::optional<LiquifyStrokes> loadStrokes(const std::string& folder)
+std::optional<LiquifyStrokes> loadStrokes(const std::string& folder, std::uint64_t id)
 {
     if (!isFolderName(folder))
         return std::nullopt;
-    QFile file(filePath(folder));
+    QFile file(filePath(folder, id));
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
     QDataStream stream(&file);

@@ -5,6 +5,7 @@
 
 #include <kparextension/RvARLiquifyOperation.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,10 +19,11 @@ struct LiquifyStrokes
     RvARLiquifyOperation last; ///< the stroke appended last, which may be confirmed too
 };
 
-/// Writes the strokes to a file in `folder` (a path in the local 8-bit encoding), whole or not at
-/// all; false when that fails.
-bool saveStrokes(const std::string& folder, const LiquifyStrokes& strokes);
-/// The strokes that were saved in `folder`, or nothing when there is no valid file.
-std::optional<LiquifyStrokes> loadStrokes(const std::string& folder);
+/// Writes the strokes of the track `id` to its file in `folder` (a path in the local 8-bit
+/// encoding), whole or not at all; false when that fails.
+bool saveStrokes(const std::string& folder, std::uint64_t id, const LiquifyStrokes& strokes);
+/// The strokes that were saved in `folder` for the track `id`, or nothing when there is no valid
+/// file.
+std::optional<LiquifyStrokes> loadStrokes(const std::string& folder, std::uint64_t id);
 
 } // namespace qkpar

@@ -14,6 +14,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -89,15 +90,22 @@ struct NativeARLiquifyTrack : NativeARBeautyTrack
     RvARLiquifyOperation last;                   ///< the stroke appended last, confirmed or not
     bool pending = false;                        ///< `last` is not confirmed yet
 
-    void confirm()
-    {
-        if (pending)
-            confirmed.push_back(last);
-        pending = false;
-    }
+    void append(const RvARLiquifyOperation& stroke);
+    void confirm();
+    /// Replaces all strokes by those that were loaded.
+    void replace(std::vector<RvARLiquifyOperation> strokes, const RvARLiquifyOperation& newLast);
+    /// Strokes were to be loaded, and could not be.
+    void noteFailedLoad();
 
 protected:
     bool describe(rvengine::Layer& layer) const override;
+
+private:
+    bool isKnown(const RvARLiquifyOperation& stroke) const;
+
+    /// The last stroke before the pending one, when the track already had the pending one.
+    std::optional<RvARLiquifyOperation> m_lastBeforeRepeat;
+    bool m_loadFailed = false; ///< and nothing was done to the strokes since
 };
 
 /// Gives a new native of an AR track the values of its creation; null stays null.

@@ -18,7 +18,7 @@ bool bindTrack(const char* name, NativeTrack& owner, TrackBinding& binding, RvIT
     }
     calls::change(name, owner, track->getTrackID(), bindType);
     if (!fails)
-        binding.bind(NativeTrack::fromContext(track->getContext()), bindType);
+        binding.bind(*NativeTrack::of(track), bindType);
     track->release();
     return !fails;
 }

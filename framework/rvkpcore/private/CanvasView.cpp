@@ -56,7 +56,11 @@ CanvasView::CanvasView(CanvasPlacement& placement)
     m_announcedSize = wantedPictureSize();
 }
 
-CanvasView::~CanvasView() = default;
+CanvasView::~CanvasView()
+{
+    // Items of a host that go with the scene may call the application, which still knows the view.
+    delete m_scene;
+}
 
 CanvasSpace CanvasView::space() const
 {

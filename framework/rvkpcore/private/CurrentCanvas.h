@@ -12,10 +12,8 @@ struct CanvasSize
     float height = 1080.0F;
 };
 
-/// The canvas size of the process's application, in canvas px: where a new track is centred.
-/// 1920 x 1080 while there is no application.
+/// The canvas on which a new track is centred, whose timeline nobody knows yet: that of the oldest
+/// application of the process; 1920 x 1080 while there is none. Thread-safe.
 CanvasSize currentCanvasSize();
-/// Called by the configuration whenever its size changes.
-void setCurrentCanvasSize(CanvasSize size);
 
 } // namespace qrvkp

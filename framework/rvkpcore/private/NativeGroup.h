@@ -12,7 +12,7 @@
 namespace qrvkp {
 
 /// What a group is, for the timeline that holds it.
-struct NativeGroup
+struct NativeGroup : TrackHolder
 {
     const std::uint64_t id = newObjectId();
     long long duration = 0;

@@ -4,6 +4,7 @@
 #include <rvkpcore/private/NativeTrack.h>
 
 #include <rvkpcore/RvITrack.h>
+#include <rvkpcore/private/NativeTimeline.h>
 
 #include <algorithm>
 #include <cmath>
@@ -142,6 +143,24 @@ bool NativeMatteTrack::describe(rvengine::Layer& layer) const
     return true;
 }
 
+void NativeTrack::setId(std::uint64_t newId)
+{
+    reserveObjectId(newId);
+    id = newId;
+    if (rendering && rendering->sharedId)
+        *rendering->sharedId = newId;
+    if (NativeTimeline* standing = timeline())
+        standing->forgetIds();
+}
+
+std::shared_ptr<const std::uint64_t> NativeTrack::sharedId()
+{
+    auto& shared = makeRendering().sharedId;
+    if (!shared)
+        shared = std::make_shared<std::uint64_t>(id);
+    return shared;
+}
+
 NativeTrack* NativeTrack::of(const RvITrack* track)
 {
     return track ? static_cast<NativeTrack*>(track->getContext()) : nullptr;
@@ -160,13 +179,16 @@ std::shared_ptr<NativeTrack> NativeTrack::fromContext(void* context, int trackTy
 
 void TrackBinding::unbind()
 {
-    *this = TrackBinding();
+    m_id.reset();
+    m_track.reset();
+    m_bindType = 0;
+    m_dynamic = false;
 }
 
-void TrackBinding::bind(const std::shared_ptr<NativeTrack>& track, int bindType)
+void TrackBinding::bind(NativeTrack& track, int bindType)
 {
-    m_track = track;
-    m_detachments = track ? track->detachments : 0;
+    m_id = track.sharedId();
+    m_track = track.weak_from_this();
     m_bindType = bindType;
     m_dynamic = false;
 }
@@ -179,20 +201,25 @@ void TrackBinding::bindDynamic()
 
 std::shared_ptr<NativeTrack> TrackBinding::track() const
 {
-    auto native = m_track.lock();
-    return native && native->detachments == m_detachments ? native : nullptr;
-}
-
-int TrackBinding::bindType() const
-{
-    return track() ? m_bindType : 0;
+    if (!m_id)
+        return nullptr;
+    auto last = m_track.lock();
+    const NativeTimeline* timeline = m_owner.timeline();
+    if (!timeline || (last && last->id == *m_id && last->timeline() == timeline))
+        return last;
+    auto found = timeline->trackWithId(*m_id);
+    if (found)
+        m_track = found;
+    return found;
 }
 
 int TrackBinding::actionRange() const
 {
     if (m_dynamic)
         return RvActionRangeDynamic;
-    return track() ? RvActionRangeTrack : RvActionRangeGlobal;
+    if (!m_id)
+        return RvActionRangeGlobal;
+    return track() ? RvActionRangeTrack : RvActionRangeAway;
 }
 
 } // namespace qrvkp

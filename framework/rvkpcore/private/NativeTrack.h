@@ -15,6 +15,7 @@
 
 namespace qrvkp {
 
+class NativeTimeline;
 class RvITrack;
 class TrackBinding;
 
@@ -22,6 +23,12 @@ class TrackBinding;
 RVKPCORE_EXPORT std::uint64_t newObjectId();
 /// Keeps `id`, which a host gave to a track, from being given to a new object.
 RVKPCORE_EXPORT void reserveObjectId(std::uint64_t id);
+
+/// What holds tracks: a group, or a timeline its mix tracks.
+struct TrackHolder
+{
+    NativeTimeline* timeline = nullptr; ///< the timeline on which the held tracks stand, or null
+};
 
 /// The native track behind the wrappers: what a track is, independent of how many objects show it.
 ///
@@ -63,13 +70,27 @@ struct RVKPCORE_EXPORT NativeTrack : std::enable_shared_from_this<NativeTrack>
     /// What the track acts on when it is an effect, or null.
     virtual const TrackBinding* effectBinding() const { return nullptr; }
 
-    /// The track leaves the group or the timeline that held it, which ends the bindings to it.
+    /// A group or a timeline takes the track, which stands nowhere; gives the wrapper by which that
+    /// holds and lists it.
+    RvITrack* enter(TrackHolder& newHolder)
+    {
+        holder = &newHolder;
+        listed = wrap();
+        return listed;
+    }
+    /// The track leaves the group or the timeline that held it.
     void leave()
     {
         listed = nullptr;
         place = nullptr;
-        ++detachments;
+        holder = nullptr;
     }
+    /// The timeline on which the track stands, itself or in a group, or null.
+    NativeTimeline* timeline() const { return holder ? holder->timeline : nullptr; }
+
+    void setId(std::uint64_t newId);
+    /// The id as it is from now on, also after the track is gone: for who remembers the track.
+    std::shared_ptr<const std::uint64_t> sharedId();
 
     /// Whether it is a `NativeMediaTrack`.
     bool isMedia() const { return type == RvTrackTypeVideo || type == RvTrackTypeSprite; }
@@ -85,6 +106,7 @@ struct RVKPCORE_EXPORT NativeTrack : std::enable_shared_from_this<NativeTrack>
     {
         std::map<long long, float> volumes;           ///< by ms from the start of the track
         std::shared_ptr<const rvengine::Layer> layer; ///< null when it is to be described
+        std::shared_ptr<std::uint64_t> sharedId;      ///< null until somebody asked for it
     };
     Rendering& makeRendering()
     {
@@ -101,8 +123,7 @@ struct RVKPCORE_EXPORT NativeTrack : std::enable_shared_from_this<NativeTrack>
     RvITrack* listed = nullptr;
     /// Where a timeline holds the track among its mix tracks, or null.
     const void* place = nullptr;
-    /// How often the track was taken off a timeline: a binding made before does not hold after.
-    std::uint64_t detachments = 0;
+    const TrackHolder* holder = nullptr; ///< null while the track stands nowhere
     long long startPos = 0;
     long long duration = 0; ///< at speed 1
     float alpha = 1.0F;
@@ -149,24 +170,34 @@ protected:
 
 /// What a detection or an effect acts on.
 ///
-/// The bound track is not kept alive, and the binding ends when the track leaves its timeline: what
-/// was cut from the timeline is nothing that an effect can act on.
+/// A bound track is not kept alive but remembered by its id: when it has left the timeline, a track
+/// of that id which comes there is the bound one.
 class RVKPCORE_EXPORT TrackBinding
 {
 public:
+    /// Of the track `owner`, whose timeline counts.
+    explicit TrackBinding(const NativeTrack& owner)
+        : m_owner(owner)
+    {
+    }
+    TrackBinding(const TrackBinding&) = delete;
+    TrackBinding& operator=(const TrackBinding&) = delete;
+
     void unbind();
-    void bind(const std::shared_ptr<NativeTrack>& track, int bindType);
+    void bind(NativeTrack& track, int bindType);
     void bindDynamic();
 
     int actionRange() const;
     /// The type given to `bind`; 0 when no track is bound.
-    int bindType() const;
-    /// The bound track, or null.
+    int bindType() const { return m_bindType; }
+    /// The bound track: null when there is none, and while it is away from the owner's timeline. Of
+    /// an owner that stands nowhere the track that was bound, while that lives.
     std::shared_ptr<NativeTrack> track() const;
 
 private:
-    std::weak_ptr<NativeTrack> m_track;
-    std::uint64_t m_detachments = 0;
+    const NativeTrack& m_owner;
+    std::shared_ptr<const std::uint64_t> m_id;  ///< of the bound track; null when none is bound
+    mutable std::weak_ptr<NativeTrack> m_track; ///< the track of that id that was found last
     int m_bindType = 0;
     bool m_dynamic = false;
 };
@@ -178,7 +209,7 @@ struct RVKPCORE_EXPORT NativeDetectionTrack : NativeTrack
 
     int mode = 0;
     std::string modelPath;
-    TrackBinding binding;
+    TrackBinding binding{*this};
 };
 
 struct RVKPCORE_EXPORT NativeEffectTrack : NativeTrack
@@ -188,8 +219,8 @@ struct RVKPCORE_EXPORT NativeEffectTrack : NativeTrack
 
     const TrackBinding* effectBinding() const override { return &binding; }
 
-    TrackBinding binding;
-    TrackBinding detection;
+    TrackBinding binding{*this};
+    TrackBinding detection{*this};
 };
 
 /// A matte whose shape is a path.

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <tuple>
 
 namespace qrvkp {
 
@@ -27,13 +28,21 @@ long long sum(long long a, long long b)
     return a + b;
 }
 
-void bind(PlacedLayer& placed, const TrackBinding& binding)
+/// Says what an effect acts on; false for one that acts on nothing.
+bool bind(PlacedLayer& placed, const TrackBinding& binding)
 {
-    if (const auto track = binding.track()) {
+    switch (binding.actionRange()) {
+    case RvActionRangeTrack:
         placed.target = EffectTarget::Layer;
-        placed.boundKey = reinterpret_cast<std::uintptr_t>(track.get());
-    } else if (binding.actionRange() == RvActionRangeDynamic) {
+        placed.boundKey = reinterpret_cast<std::uintptr_t>(binding.track().get());
+        return true;
+    case RvActionRangeDynamic:
         placed.target = EffectTarget::Below;
+        return true;
+    case RvActionRangeGlobal:
+        return true;
+    default:
+        return false; // its track is away
     }
 }
 
@@ -47,8 +56,9 @@ void place(std::vector<PlacedLayer>& layers, const RvITrack* track, long long st
     PlacedLayer placed;
     placed.start = sum(start, layer->start);
     placed.end = std::min(end, sum(placed.start, layer->duration));
-    if (const TrackBinding* binding = native->effectBinding())
-        bind(placed, *binding);
+    const TrackBinding* binding = native->effectBinding();
+    if (binding && !bind(placed, *binding))
+        return;
     placed.layer = std::move(layer);
     layers.push_back(std::move(placed));
 }
@@ -69,14 +79,17 @@ void captureMainLine(rvengine::Scene& scene, const RvKpTimeLine& timeline)
 
 void captureMixTracks(rvengine::Scene& scene, const RvKpTimeLine& timeline)
 {
-    for (RvITrack* track : timeline.getMixTracks()) {
+    std::vector<RvITrack*> tracks = timeline.getMixTracks();
+    // By the id where the z-order is the same: a track that was removed comes back to its place.
+    std::stable_sort(tracks.begin(), tracks.end(), [](const RvITrack* a, const RvITrack* b) {
+        const NativeTrack* lower = NativeTrack::of(a);
+        const NativeTrack* upper = NativeTrack::of(b);
+        return std::tie(lower->zOrder, lower->id) < std::tie(upper->zOrder, upper->id);
+    });
+    for (RvITrack* track : tracks) {
         place(scene.mix, track, 0, endOfTime);
         track->release();
     }
-    std::stable_sort(scene.mix.begin(), scene.mix.end(),
-                     [](const PlacedLayer& a, const PlacedLayer& b) {
-                         return a.layer->zOrder < b.layer->zOrder;
-                     });
 }
 
 } // namespace

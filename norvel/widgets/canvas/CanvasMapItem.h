@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include <norvel/global.h>
-
 #include <QGraphicsRectItem>
 #include <QPointer>
 
@@ -22,7 +20,7 @@ class ViewerItem;
 
 /// The map of the canvas in the framework's own scene, with the viewer on it. Its rectangle is in
 /// scene px, y down.
-class NORVEL_AUTOTEST_EXPORT CanvasMapItem : public QGraphicsRectItem
+class CanvasMapItem : public QGraphicsRectItem
 {
 public:
     /// Adds itself and the viewer to the scene of the framework's graphics view, if there is one.

@@ -22,6 +22,12 @@ class CanvasMapItem;
 /// for the whole canvas and, on it, one for the part that the view shows. Dragging the inner one
 /// pans the canvas.
 ///
+/// The gestures of the application's view are off while the inner one is held with any mouse
+/// button. They are switched on when the button is released, and also when the drag ends without
+/// that: the map is hidden, disabled or destroyed, a modal window opens, or something else gets the
+/// mouse. They are switched on even if the host had switched them off before the press, because the
+/// framework does not report whether they are on. Without a drag the map leaves them alone.
+///
 /// The view of the application must exist before, and the application must outlive the object.
 class NORVEL_EXPORT CanvasViewer : public QObject
 {
@@ -45,7 +51,7 @@ public:
     void setViewerItemStyle(const QBrush& brush, const QPen& pen);
 
     void show();
-    /// Hides the map; the next layout puts the viewer in its middle.
+    /// Hides the map, which ends a drag; the next layout puts the viewer in its middle.
     void hide();
     /// Has the next `update` put the viewer in the middle of the map.
     void setCenter();

@@ -22,6 +22,12 @@ class ViewerWidget;
 /// A small map of the canvas as a widget: it stands for the whole canvas and holds a widget for the
 /// part that the framework's view shows. Dragging the inner one pans the canvas.
 ///
+/// The gestures of the application's view are off while the inner one is held with any mouse
+/// button. They are switched on when a button is released, and also when the drag ends without
+/// that: the map is hidden, disabled or destroyed, a modal window opens, or something else gets the
+/// mouse. They are switched on even if the host had switched them off before the press, because the
+/// framework does not report whether they are on. Without a drag the map leaves them alone.
+///
 /// `show`, `hide` and `update` are those of this class: they lay out, which those of `QWidget` do
 /// not. The application must outlive the widget.
 class NORVEL_EXPORT CanvasViewerWidget : public QWidget
@@ -47,7 +53,7 @@ public:
     const QRectF& rectF() const { return m_rect; }
 
     void show();
-    /// Hides the map; it is shown again with the viewer in its middle.
+    /// Hides the map, which ends a drag; it is shown again with the viewer in its middle.
     void hide();
     /// Puts the viewer in the middle of the map.
     void setCenter();
@@ -60,7 +66,8 @@ public:
 
 signals:
     /// The viewer was dragged so that its centre is at `point` of the canvas: canvas px, origin at
-    /// the bottom left.
+    /// the bottom left. A slot may hide or destroy the map or open a modal window; that ends the
+    /// drag.
     void sigMoved(QPointF point);
 
 protected:

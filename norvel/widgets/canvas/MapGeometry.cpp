@@ -122,12 +122,6 @@ QGraphicsScene* sceneOf(qrvkp::RvKpApplication* application)
     return view ? view->scene() : nullptr;
 }
 
-void enableGesture(qrvkp::RvKpApplication* application, bool enable)
-{
-    if (application)
-        application->enableGesture(enable);
-}
-
 void pushCanvasPosition(qrvkp::RvKpApplication* application, const MapGeometry& geometry,
                         const QRectF& map, const QRectF& viewer)
 {

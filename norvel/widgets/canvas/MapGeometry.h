@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include <norvel/global.h>
-
 #include <QRectF>
 #include <QSizeF>
 
@@ -18,7 +16,7 @@ namespace norvel {
 
 /// What the map of a canvas is laid out by: sizes of the canvas, of the view that shows it and of
 /// its zoom, read from the framework at one moment. All arithmetic is in single precision.
-struct NORVEL_AUTOTEST_EXPORT MapGeometry
+struct MapGeometry
 {
     float canvasWidth = 0.0F;  ///< canvas px
     float canvasHeight = 0.0F; ///< canvas px
@@ -49,9 +47,6 @@ int wholePixels(double value);
 
 /// The scene of the application's view; null without a view or an application.
 QGraphicsScene* sceneOf(qrvkp::RvKpApplication* application);
-
-/// Switches the gestures of the application's view, if there is an application.
-void enableGesture(qrvkp::RvKpApplication* application, bool enable);
 
 /// Pans the canvas so that the view shows what the viewer covers on the map.
 void pushCanvasPosition(qrvkp::RvKpApplication* application, const MapGeometry& geometry,

@@ -8,6 +8,7 @@
 
 #include <QBrush>
 #include <QColor>
+#include <QGraphicsScene>
 #include <QGraphicsSceneMouseEvent>
 #include <QPen>
 
@@ -15,7 +16,7 @@ namespace norvel {
 
 ViewerItem::ViewerItem(qrvkp::RvKpApplication* application, CanvasMapItem* map)
     : QGraphicsRectItem(map)
-    , m_application(application)
+    , m_drag(application, [this] { giveMouseBack(); })
     , m_mapItem(map)
 {
     setZValue(10001.0);
@@ -28,14 +29,13 @@ ViewerItem::~ViewerItem() = default;
 
 void ViewerItem::mousePressEvent(QGraphicsSceneMouseEvent* event)
 {
-    enableGesture(m_application, false);
-    m_pressed = true;
+    m_drag.press(event->widget());
     m_pressScenePos = event->scenePos();
 }
 
 void ViewerItem::mouseMoveEvent(QGraphicsSceneMouseEvent* event)
 {
-    if (!m_pressed)
+    if (!m_drag.isInProgress())
         return;
     const QPointF delta = event->scenePos() - event->lastScenePos();
     const QRectF candidate = rect().translated(delta);
@@ -47,8 +47,32 @@ void ViewerItem::mouseMoveEvent(QGraphicsSceneMouseEvent* event)
 
 void ViewerItem::mouseReleaseEvent(QGraphicsSceneMouseEvent*)
 {
-    m_pressed = false;
-    enableGesture(m_application, true);
+    m_drag.release();
+}
+
+bool ViewerItem::sceneEvent(QEvent* event)
+{
+    if (event->type() == QEvent::UngrabMouse)
+        m_drag.interrupt();
+    return QGraphicsRectItem::sceneEvent(event);
+}
+
+QVariant ViewerItem::itemChange(GraphicsItemChange change, const QVariant& value)
+{
+    // A scene tells a new item that it is visible when it first gets round to it.
+    const bool isGone = (change == ItemVisibleHasChanged && !isVisible()) ||
+                        (change == ItemEnabledHasChanged && !isEnabled()) ||
+                        change == ItemSceneHasChanged;
+    if (isGone)
+        m_drag.interrupt();
+    return QGraphicsRectItem::itemChange(change, value);
+}
+
+void ViewerItem::giveMouseBack()
+{
+    // The scene sends the item every press until it has seen the release.
+    if (scene() && scene()->mouseGrabberItem() == this)
+        ungrabMouse();
 }
 
 } // namespace norvel

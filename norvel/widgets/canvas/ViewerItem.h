@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <norvel/global.h>
+#include <norvel/widgets/common/PointerDrag.h>
 
 #include <QGraphicsRectItem>
 #include <QPointF>
@@ -18,7 +18,7 @@ class CanvasMapItem;
 
 /// The part of the canvas that is seen, on the map of the canvas: dragging it pans the canvas. A
 /// child item of the map, which owns it; its rectangle is in scene px, y down.
-class NORVEL_AUTOTEST_EXPORT ViewerItem : public QGraphicsRectItem
+class ViewerItem : public QGraphicsRectItem
 {
 public:
     enum { Type = UserType + 1 };
@@ -34,11 +34,16 @@ protected:
     /// A move that would leave the map is dropped whole.
     void mouseMoveEvent(QGraphicsSceneMouseEvent* event) override;
     void mouseReleaseEvent(QGraphicsSceneMouseEvent* event) override;
+    /// A drag ends when another item takes the mouse.
+    bool sceneEvent(QEvent* event) override;
+    /// A drag ends when the item is hidden, disabled or taken out of its scene.
+    QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
 
 private:
-    bool m_pressed = false;
+    void giveMouseBack();
+
+    PointerDrag m_drag;
     QPointF m_pressScenePos;
-    qrvkp::RvKpApplication* const m_application;
     CanvasMapItem* const m_mapItem;
 };
 

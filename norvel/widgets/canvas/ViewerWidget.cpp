@@ -27,6 +27,7 @@ double keptWithin(double start, double length, double room)
 ViewerWidget::ViewerWidget(qrvkp::RvKpApplication* application, QWidget* map)
     : QWidget(map)
     , m_application(application)
+    , m_drag(application, [this] { m_dragging = false; })
 {
 }
 
@@ -91,7 +92,7 @@ void ViewerWidget::leaveEvent(QEvent*)
 
 void ViewerWidget::mousePressEvent(QMouseEvent* event)
 {
-    enableGesture(m_application, false);
+    m_drag.press(this);
     if (event->button() != Qt::LeftButton)
         return;
     m_dragging = true;
@@ -109,7 +110,7 @@ void ViewerWidget::mouseMoveEvent(QMouseEvent* event)
 
 void ViewerWidget::mouseReleaseEvent(QMouseEvent*)
 {
-    enableGesture(m_application, true);
+    m_drag.release();
     m_dragging = false;
 }
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <norvel/global.h>
+#include <norvel/widgets/common/PointerDrag.h>
 
 #include <QBrush>
 #include <QCursor>
@@ -20,7 +20,7 @@ struct MapGeometry;
 
 /// The part of the canvas that is seen, on the map widget of the canvas, whose child it is:
 /// dragging it with the left button pans the canvas and stops at the border of the map.
-class NORVEL_AUTOTEST_EXPORT ViewerWidget : public QWidget
+class ViewerWidget : public QWidget
 {
     Q_OBJECT
 
@@ -44,7 +44,7 @@ public:
 
 signals:
     /// The viewer was dragged so that its centre is at `point` of the canvas: canvas px, origin at
-    /// the bottom left.
+    /// the bottom left. A slot may destroy the viewer.
     void sigMoved(QPointF point);
 
 protected:
@@ -62,7 +62,8 @@ private:
     qrvkp::RvKpApplication* const m_application;
     QBrush m_brush{QColor(0, 0, 255, 128)};
     double m_opacity = 0.5;
-    bool m_dragging = false;
+    PointerDrag m_drag;      ///< with any button
+    bool m_dragging = false; ///< with the left button: the viewer follows the pointer
     double m_pressX = 0.0;
     double m_pressY = 0.0;
     bool m_recentre = true;

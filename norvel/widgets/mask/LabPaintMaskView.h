@@ -64,7 +64,9 @@ public:
     void clearAllData();
 
 signals:
-    /// The pointer, in px of the widget.
+    /// The pointer, in px of the widget. No `LabPathEnd` comes when the release goes elsewhere: the
+    /// view was hidden or disabled in the stroke, or a modal window opened. The next stroke begins
+    /// with `LabPathBegin` all the same.
     void maskMouseEvent(LabPaintMaskView::LabPathChangeType type, QPoint point);
 
 protected:

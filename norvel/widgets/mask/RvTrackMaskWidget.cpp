@@ -4,6 +4,7 @@
 #include <norvel/widgets/mask/RvTrackMaskWidget.h>
 
 #include <norvel/widgets/mask/MaskPixmap.h>
+#include <norvel/widgets/common/PointerDrag.h>
 
 #include <rvkpcore/RvIMediaTrack.h>
 #include <rvkpcore/RvITrack.h>
@@ -48,6 +49,7 @@ int coordinateOf(double value)
 RvTrackMaskWidget::RvTrackMaskWidget(qrvkp::RvKpApplication* application, QWidget* parent)
     : QWidget(parent)
     , m_application(application)
+    , m_drag(std::make_unique<norvel::PointerDrag>(application, [this] { m_isStroking = false; }))
 {
     setCursor(createCircleCursor());
 }
@@ -96,6 +98,8 @@ void RvTrackMaskWidget::step(Masks& from, Masks& to)
 {
     if (from.empty() || !m_mask)
         return;
+    drawPendingStroke();
+    m_isStroking = false;
     to.push_back(*m_mask);
     *m_mask = from.back();
     from.pop_back();
@@ -108,6 +112,8 @@ void RvTrackMaskWidget::clear()
         return;
     m_undoStack.clear();
     m_redoStack.clear();
+    m_isStroking = false;
+    m_dirty = false;
     makeMask();
     update();
 }
@@ -134,6 +140,9 @@ void RvTrackMaskWidget::updateGeometry()
     setFixedSize(lengthOf(bottomRight.x() - topLeft.x()), lengthOf(bottomRight.y() - topLeft.y()));
     if (m_mask && m_track->getWidth() == m_maskWidth && m_track->getHeight() == m_maskHeight)
         return;
+    // A pending stroke is part of the painting that goes.
+    if (m_mask)
+        m_dirty = false;
     makeMask();
     update();
 }
@@ -142,6 +151,7 @@ QImage* RvTrackMaskWidget::getMaskImage() const
 {
     if (!m_mask || m_mask->isNull())
         return nullptr;
+    drawPendingStroke();
     const QImage image = m_mask->toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
     // The lines of an image are padded to multiples of 4 bytes.
     const int bytesPerLine = (image.width() + 3) / 4 * 4;
@@ -191,19 +201,15 @@ QPointF RvTrackMaskWidget::viewPos2PixmapPos(const QPointF& position) const
     return {track.x(), static_cast<double>(m_track->getHeight()) - track.y()};
 }
 
-void RvTrackMaskWidget::enableGesture(bool enable)
-{
-    if (m_application)
-        m_application->enableGesture(enable);
-}
-
 void RvTrackMaskWidget::mousePressEvent(QMouseEvent* event)
 {
-    enableGesture(false);
+    m_drag->press(this);
     if (event->button() != Qt::LeftButton || !m_track)
         return;
+    drawPendingStroke();
     m_path = QPainterPath();
     m_path.moveTo(viewPos2PixmapPos(event->localPos()));
+    m_isStroking = true;
     m_dirty = true;
     if (m_mask)
         m_undoStack.push_back(*m_mask);
@@ -213,36 +219,53 @@ void RvTrackMaskWidget::mousePressEvent(QMouseEvent* event)
 
 void RvTrackMaskWidget::mouseMoveEvent(QMouseEvent* event)
 {
-    if (!(event->buttons() & Qt::LeftButton) || !m_track)
-        return;
-    m_path.lineTo(viewPos2PixmapPos(event->localPos()));
-    m_dirty = true;
-    update();
+    if (event->buttons() & Qt::LeftButton)
+        continueStroke(event->localPos());
 }
 
 void RvTrackMaskWidget::mouseReleaseEvent(QMouseEvent* event)
 {
-    enableGesture(true);
-    if (event->button() != Qt::LeftButton || !m_track)
+    m_drag->release();
+    if (event->button() != Qt::LeftButton)
         return;
-    m_path.lineTo(viewPos2PixmapPos(event->localPos()));
+    continueStroke(event->localPos());
+    m_isStroking = false;
+}
+
+void RvTrackMaskWidget::continueStroke(const QPointF& position)
+{
+    if (!m_isStroking || !m_track)
+        return;
+    m_path.lineTo(viewPos2PixmapPos(position));
     m_dirty = true;
     update();
 }
 
+void RvTrackMaskWidget::hideEvent(QHideEvent*)
+{
+    // No paint comes as long as the widget is hidden.
+    drawPendingStroke();
+}
+
 void RvTrackMaskWidget::paintEvent(QPaintEvent*)
 {
+    drawPendingStroke();
     if (!m_mask || m_mask->isNull())
         return;
-    if (m_dirty) {
-        m_dirty = false;
-        drawStroke();
-    }
     QPainter painter(this);
     painter.drawPixmap(rect(), *m_mask, m_mask->rect());
 }
 
-void RvTrackMaskWidget::drawStroke()
+void RvTrackMaskWidget::drawPendingStroke() const
+{
+    if (!m_dirty || !m_mask)
+        return;
+    m_dirty = false;
+    if (!m_mask->isNull())
+        drawStroke();
+}
+
+void RvTrackMaskWidget::drawStroke() const
 {
     QPainter painter(m_mask.get());
     painter.setRenderHint(QPainter::Antialiasing);

@@ -18,6 +18,10 @@ class RvITrack;
 class RvKpApplication;
 } // namespace qrvkp
 
+namespace norvel {
+class PointerDrag;
+}
+
 /// What a stroke on a `RvTrackMaskWidget` does. Any other value paints a thin line over what is
 /// there.
 enum RvTrackMaskWidgetDrawTool : int {
@@ -27,6 +31,17 @@ enum RvTrackMaskWidgetDrawTool : int {
 
 /// A transparent widget that is laid over a track as the canvas view shows it, to paint a mask on
 /// it. The mask has the track's own pixels, so that it fits the content of the track at any zoom.
+///
+/// A stroke is drawn into the mask when the widget is next painted, with the tool, the widths, the
+/// colour and the opacity of that moment. It is drawn earlier, likewise with those of the moment,
+/// before the mask is read, undone, redone or hidden and before the next stroke begins.
+///
+/// The gestures of the application's view are off while any mouse button is held on the widget.
+/// They are switched on when a button is released, and also when the stroke ends without that: the
+/// widget is hidden, disabled or destroyed, a modal window opens, or another widget gets the mouse.
+/// The mask keeps the stroke as far as it came. The gestures are switched on even if the host had
+/// switched them off before the press, because the framework does not report whether they are on.
+/// Without a press the widget leaves them alone.
 ///
 /// The widget stands in the same parent as the canvas view, at the same origin. Application and
 /// track must outlive it, or the track be taken away with `setTrack(nullptr)`.
@@ -48,15 +63,17 @@ public:
     void setPenWidth(int width);
     /// In px of the screen.
     void setEraserWidth(int width);
-    /// The cursor keeps the colour it has until a width is set.
+    /// The opacity is that of the pen: the eraser leaves nothing at any opacity. The cursor keeps
+    /// the colour it has until a width is set.
     void setPenColorAndOpacity(const QColor& color, const double& opacity);
 
-    /// Takes the last stroke back, if there is one.
+    /// Takes the last stroke back, if there is one; one that is still being made ends with that.
     void undo();
     /// Brings back the stroke that was taken back last, if no stroke was made since.
     void redo();
-    /// Begins an empty mask of the track's size, and forgets all strokes. Does nothing without a
-    /// track. A track without an area, or with one beyond 2^27 px, has a mask without pixels.
+    /// Begins an empty mask of the track's size, and forgets all strokes; one that is still being
+    /// made ends with that. Does nothing without a track. A track without an area, or with one
+    /// beyond 2^27 px, has a mask without pixels.
     void clear();
 
     /// The mask as Format_Grayscale8: 255 where something is painted that is not black, 0
@@ -66,8 +83,9 @@ public:
     QImage* getMaskImage() const;
 
     /// Lays the widget over its track; to be called when the track or the canvas was moved or
-    /// zoomed. When the size of the track changed, an empty mask is begun; strokes can still be
-    /// undone, to masks of the old size. Does nothing without a track.
+    /// zoomed. When the size of the track changed, an empty mask is begun, and a stroke that was
+    /// not drawn yet goes with the old one; strokes can still be undone, to masks of the old size.
+    /// Does nothing without a track.
     void updateGeometry();
 
 protected:
@@ -79,22 +97,26 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     using Masks = std::vector<QPixmap>;
 
-    void enableGesture(bool enable);
+    void continueStroke(const QPointF& position);
     void makeMask();
-    void drawStroke();
+    void drawPendingStroke() const;
+    void drawStroke() const;
     int strokeWidth(int toolWidth) const;
     float strokeScale() const;
     void step(Masks& from, Masks& to);
 
     qrvkp::RvKpApplication* const m_application;
     qrvkp::RvITrack* m_track = nullptr;
-    QPainterPath m_path;  ///< the stroke in progress, px of the mask
-    bool m_dirty = false; ///< the stroke is to be drawn into the mask
+    std::unique_ptr<norvel::PointerDrag> m_drag; ///< with any button
+    bool m_isStroking = false;                   ///< moves of the left button add to the stroke
+    QPainterPath m_path;                         ///< the last stroke, px of the mask
+    mutable bool m_dirty = false; ///< the stroke has grown since it was drawn into the mask
     std::unique_ptr<QPixmap> m_mask;
     float m_maskWidth = 0.0F;
     float m_maskHeight = 0.0F;

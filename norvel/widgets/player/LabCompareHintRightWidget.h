@@ -3,13 +3,11 @@
 
 #pragma once
 
-#include <norvel/global.h>
-
 #include <QWidget>
 
 /// The container of the hint to the right of a compare player's line: shows only what is right of
 /// the line.
-class NORVEL_AUTOTEST_EXPORT LabCompareHintRightWidget : public QWidget
+class LabCompareHintRightWidget : public QWidget
 {
     Q_OBJECT
 

@@ -3,13 +3,11 @@
 
 #pragma once
 
-#include <norvel/global.h>
-
 #include <QHBoxLayout>
 
 /// The layout of a compare player: a row without margins that tells when an item was added by
 /// `addItem`. Widgets come in by `QBoxLayout::addWidget`, which goes past that and tells nothing.
-class NORVEL_AUTOTEST_EXPORT LabCompareLayout : public QHBoxLayout
+class LabCompareLayout : public QHBoxLayout
 {
     Q_OBJECT
 

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -21,8 +22,9 @@ constexpr int widestControl = 1000000;
 
 } // namespace
 
-LabCompareMaskView::LabCompareMaskView(QWidget* parent)
+LabCompareMaskView::LabCompareMaskView(QWidget* parent, Clock clock)
     : QWidget(parent)
+    , m_clock(clock ? std::move(clock) : QDateTime::currentMSecsSinceEpoch)
 {
     // When it is first shown, Qt would fit it to its hints, which may be empty: what has no size is
     // never painted, and would never take the size of its parent.
@@ -177,7 +179,7 @@ void LabCompareMaskView::moveIcon(int step)
 void LabCompareMaskView::tellLineThrottled()
 {
     if (m_throttle) {
-        const qint64 now = QDateTime::currentMSecsSinceEpoch();
+        const qint64 now = m_clock();
         if (now - m_lastEmitMs <= m_throttleMs)
             return;
         m_lastEmitMs = now;
@@ -219,6 +221,9 @@ void LabCompareMaskView::takeParentSize()
     const QWidget* parent = parentWidget();
     if (parent && parent->size() != size())
         setFixedSize(parent->width(), parent->height());
+    // Hidden, it is told of its new size only when it is shown.
+    if (testAttribute(Qt::WA_PendingResizeEvent))
+        computeArea();
 }
 
 void LabCompareMaskView::paintEvent(QPaintEvent*)

@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include <norvel/global.h>
-
 #include <QColor>
 #include <QImage>
 #include <QPointF>
@@ -12,18 +10,24 @@
 #include <QSize>
 #include <QWidget>
 
+#include <functional>
+
 class LabCompareHintRightWidget;
 
 /// The transparent widget over the canvas of a compare player: draws the line between the two sides
 /// and the icon on it, lets the user drag them, and carries a hint on each side. Coordinates are px
 /// of the canvas view, y down.
-class NORVEL_AUTOTEST_EXPORT LabCompareMaskView : public QWidget
+class LabCompareMaskView : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// The view takes the size of its parent whenever it paints.
-    explicit LabCompareMaskView(QWidget* parent);
+    /// Gives ms that pass.
+    using Clock = std::function<qint64()>;
+
+    /// The view takes the size of its parent whenever it paints. The clock times what comes at most
+    /// every 50 ms; without one, that of the system does.
+    explicit LabCompareMaskView(QWidget* parent, Clock clock = {});
     ~LabCompareMaskView() override;
 
     void setLineColor(const QColor& color);
@@ -40,7 +44,7 @@ public:
     /// Where the hints are laid out; a null rectangle leaves them where they are.
     void setHintRect(const QRect& rect);
     const QRect& hintRect() const { return m_hintRect; }
-    /// Whether `maskCompareEvent` comes at most every 50 ms during a drag.
+    /// Whether `maskCompareEvent` comes only after more than 50 ms during a drag; on at first.
     void setThrottle(bool throttle) { m_throttle = throttle; }
     bool throttle() const { return m_throttle; }
 
@@ -51,11 +55,11 @@ public:
     QWidget* leftHintWidget();
     QWidget* rightHintWidget();
 
-    /// Takes the size of the parent at once, not only with the next paint.
+    /// Takes the size of the parent at once, not only with the next paint, and while it is hidden.
     void takeParentSize();
     /// Tells where the line is, at once.
     void tellLine();
-    /// Puts the line in the middle and tells it, at once.
+    /// Puts the line in the middle of the view, whatever its limit, and tells it, at once.
     void moveToCenter();
 
 signals:
@@ -103,5 +107,6 @@ private:
     bool m_emitOnFirstPaint = true;
     bool m_throttle = true;
     qint64 m_throttleMs = 50;
-    qint64 m_lastEmitMs = 0; ///< since the epoch
+    qint64 m_lastEmitMs = 0; ///< by the clock
+    const Clock m_clock;
 };

@@ -14,6 +14,8 @@
 #include <rvkpcore/RvTrkMatteEffectTrack.h>
 
 #include <QDebug>
+#include <QDialog>
+#include <QEvent>
 #include <QGraphicsView>
 #include <QPainterPath>
 
@@ -88,6 +90,7 @@ void QLabComparePlayer::Shown::release()
     releaseAndForget(mixTrack);
     releaseAndForget(baseTrack);
     releaseAndForget(group);
+    releaseAndForget(timeline);
 }
 
 QLabComparePlayer::QLabComparePlayer(qrvkp::RvKpApplication* app, QWidget* parent, bool ownPlayer)
@@ -100,9 +103,9 @@ QLabComparePlayer::QLabComparePlayer(qrvkp::RvKpApplication* app, QWidget* paren
     setLayout(row);
     QWidget* host = m_application->getGraphicsView();
     if (ownPlayer) {
-        auto* const player = new QLabPlayer(m_application, nullptr);
-        row->addWidget(player);
-        host = player->getCanvasWidget();
+        m_ownPlayer = new QLabPlayer(m_application, nullptr);
+        row->addWidget(m_ownPlayer);
+        host = m_ownPlayer->getCanvasWidget();
     } else if (host) {
         row->addWidget(host);
     }
@@ -130,11 +133,13 @@ void QLabComparePlayer::connectMaskView()
 
 QLabComparePlayer::~QLabComparePlayer()
 {
-    m_shown.release();
     // The view is the framework's and outlives the player in whose layout it stands.
     QGraphicsView* view = m_application->getGraphicsView();
     if (view && isAncestorOf(view))
         view->setParent(nullptr);
+    delete m_ownPlayer; // its bar shows no state any more
+    stopOwnTimeline();
+    m_shown.release();
     ui.reset();
     delete m_maskView;
     qDebug() << "Complare Player delete";
@@ -153,9 +158,9 @@ void QLabComparePlayer::setupCompareVideoPath(QString first, QString second, boo
     const long long previousPosition = player->getCurrentPosition();
     Shown previous = std::exchange(m_shown, Shown());
     player->stop();
-    qrvkp::RvKpTimeLine* timeline = qrvkp::RvKpTimeLine::create();
-    player->setTimeLine(timeline);
-    const bool isShown = timeline && showPair(*timeline, first, second, isVideo);
+    m_shown.timeline = qrvkp::RvKpTimeLine::create();
+    player->setTimeLine(m_shown.timeline);
+    const bool isShown = m_shown.timeline && showPair(first, second, isVideo);
     if (isShown) {
         player->prepareAsync();
         if (m_autoPlay)
@@ -165,29 +170,26 @@ void QLabComparePlayer::setupCompareVideoPath(QString first, QString second, boo
         resume(*player, previousState, previousPosition);
         std::swap(previous, m_shown);
     }
-    releaseAndForget(timeline);
     releaseAndForget(previousTimeline);
     previous.release();
     if (!isShown)
         return;
-    if (m_showType != QLabShowSplit)
-        setupShowType(m_showType);
+    limitLine();
+    setupShowType(m_showType);
     if (m_maskView)
         m_maskView->setHintRect(fetchHintDrawRect());
 }
 
-bool QLabComparePlayer::showPair(qrvkp::RvKpTimeLine& timeline, const QString& first,
-                                 const QString& second, bool isVideo)
+bool QLabComparePlayer::showPair(const QString& first, const QString& second, bool isVideo)
 {
     // The paths change places: the upper track, which is seen right of the line, shows the first.
-    if (!showBase(timeline, second, isVideo) || !showMix(timeline, first, isVideo) ||
-        !showMatte(timeline))
+    if (!showBase(second, isVideo) || !showMix(first, isVideo) || !showMatte())
         return false;
     makeDurationsEqual();
     return true;
 }
 
-bool QLabComparePlayer::showBase(qrvkp::RvKpTimeLine& timeline, const QString& path, bool& isVideo)
+bool QLabComparePlayer::showBase(const QString& path, bool& isVideo)
 {
     m_shown.baseTrack = createEitherTrack(path, isVideo);
     if (!m_shown.baseTrack)
@@ -196,10 +198,10 @@ bool QLabComparePlayer::showBase(qrvkp::RvKpTimeLine& timeline, const QString& p
     fitToCanvas(*m_shown.baseTrack);
     m_shown.group = qrvkp::RvKpGroup::create(m_shown.baseTrack->getDuration());
     return m_shown.group && m_shown.group->addTrack(m_shown.baseTrack) &&
-           timeline.pushBackGroup(m_shown.group);
+           m_shown.timeline->pushBackGroup(m_shown.group);
 }
 
-bool QLabComparePlayer::showMix(qrvkp::RvKpTimeLine& timeline, const QString& path, bool& isVideo)
+bool QLabComparePlayer::showMix(const QString& path, bool& isVideo)
 {
     m_shown.mixTrack = createEitherTrack(path, isVideo);
     if (!m_shown.mixTrack)
@@ -208,10 +210,10 @@ bool QLabComparePlayer::showMix(qrvkp::RvKpTimeLine& timeline, const QString& pa
         m_shown.mixTrack->setVolumeAtTime(0.0F, 0);
     m_shown.mixTrackSize = sizeOf(*m_shown.mixTrack);
     m_shown.videoScale = fitToCanvas(*m_shown.mixTrack);
-    return timeline.addMixTrack(m_shown.mixTrack);
+    return m_shown.timeline->addMixTrack(m_shown.mixTrack);
 }
 
-bool QLabComparePlayer::showMatte(qrvkp::RvKpTimeLine& timeline)
+bool QLabComparePlayer::showMatte()
 {
     m_shown.matteTrack =
         qrvkp::RvTrkMatteEffectTrack::createPathMatteTrack(0, m_shown.mixTrack->getDuration());
@@ -226,7 +228,7 @@ bool QLabComparePlayer::showMatte(qrvkp::RvKpTimeLine& timeline)
         return false; // unbound, it would cut the whole canvas
     m_shown.matteTrack->setMatteBlendMode(static_cast<qrvkp::RvMatteBlendMode>(matteBlendMode));
     updateDrawPathWithSizeLimit(false);
-    return timeline.addMixTrack(m_shown.matteTrack);
+    return m_shown.timeline->addMixTrack(m_shown.matteTrack);
 }
 
 void QLabComparePlayer::makeDurationsEqual()
@@ -235,8 +237,11 @@ void QLabComparePlayer::makeDurationsEqual()
     const long long mix = m_shown.mixTrack->getDuration();
     if (base == mix)
         return;
-    m_shown.baseTrack->setDuration(std::max(base, mix));
-    m_shown.mixTrack->setDuration(std::max(base, mix));
+    const long long longer = std::max(base, mix);
+    m_shown.baseTrack->setDuration(longer);
+    m_shown.mixTrack->setDuration(longer);
+    m_shown.matteTrack->setDuration(longer);
+    m_shown.group->setDuration(longer);
     if (m_maskView)
         m_maskView->setThrottle(false);
 }
@@ -296,6 +301,8 @@ void QLabComparePlayer::setupShowType(QLabShowType type)
             return;
         m_maskView->setVisible(true);
         m_maskView->takeParentSize(); // it may have changed while nothing was painted
+        if (m_limitMoveInVideoRect)
+            limitLine();
         m_maskView->tellLine();
         return;
     }
@@ -316,8 +323,13 @@ QLabComparePlayer::QLabShowType QLabComparePlayer::getShowType() const
 void QLabComparePlayer::setupLimitMoveInVideoRect(bool limit)
 {
     m_limitMoveInVideoRect = limit;
+    limitLine();
+}
+
+void QLabComparePlayer::limitLine()
+{
     if (m_maskView)
-        m_maskView->setLimitRect(limit ? fetchVideoRect() : QRect());
+        m_maskView->setLimitRect(m_limitMoveInVideoRect ? fetchVideoRect() : QRect());
 }
 
 bool QLabComparePlayer::setVideoFileStartTimeTo(int start, int duration)
@@ -410,6 +422,41 @@ void QLabComparePlayer::closeEvent(QCloseEvent* event)
     m_application->getPlayer()->stop();
     m_shown.release();
     QWidget::closeEvent(event);
+}
+
+void QLabComparePlayer::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    // Only what is closed itself is told: what is around has to be watched for that.
+    for (QWidget* around = parentWidget(); around; around = around->parentWidget())
+        around->installEventFilter(this);
+}
+
+bool QLabComparePlayer::eventFilter(QObject* watched, QEvent* event)
+{
+    auto* const around = qobject_cast<QWidget*>(watched);
+    if (around && around->isAncestorOf(this)) {
+        if (event->type() == QEvent::Close) {
+            m_closing = around;
+            // It may refuse, and be hidden later for another reason.
+            QMetaObject::invokeMethod(
+                this, [this] { m_closing = nullptr; }, Qt::QueuedConnection);
+        }
+        // A dialog that is done is hidden without being asked to close.
+        if (event->type() == QEvent::Hide && !event->spontaneous() &&
+            (around == m_closing || qobject_cast<QDialog*>(around)))
+            stopOwnTimeline();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void QLabComparePlayer::stopOwnTimeline()
+{
+    qrvkp::RvKpPlayer* player = m_application->getPlayer();
+    qrvkp::RvKpTimeLine* current = player->getTimeLine();
+    if (current && current == m_shown.timeline)
+        player->stop();
+    releaseAndForget(current);
 }
 
 QRect QLabComparePlayer::fetchVideoRect() const

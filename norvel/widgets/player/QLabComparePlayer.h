@@ -18,6 +18,7 @@
 
 class LabCompareMaskView;
 class QLabComparePlayerForm;
+class QLabPlayer;
 
 namespace qrvkp {
 class RvIMediaTrack;
@@ -30,9 +31,25 @@ class RvTrkMatteEffectTrack;
 /// Shows two videos, or two pictures, on top of each other in the framework's canvas, split by a
 /// vertical line that the user drags: one file left of the line, the other one right of it.
 ///
-/// Plays with the framework's own player, to which it gives a timeline of its own. The framework's
-/// application must outlive the widget; its view stands in the widget, and is taken out when the
-/// widget is destroyed.
+/// Plays with the player of the application that it is given, to which it gives a timeline of its
+/// own, and shows the view of it. The application must outlive the widget. The best is one of its
+/// own, beside that of the editor, which then keeps its timeline, its view and its undo history.
+///
+/// In the editor's application the widget takes timeline, view and position away, and an undo
+/// meanwhile works on the timeline of the widget. While the player has that timeline, it is stopped
+/// when the widget is destroyed or a window around it is closed. When the widget is closed itself,
+/// it is stopped in any case. When the widget is destroyed, it takes the view out of itself. A host
+/// gets back what it had like this:
+///
+///     qrvkp::RvKpTimeLine* timeline = player->getTimeLine(); // before the first pair
+///     const long long position = player->getCurrentPosition();
+///     ...
+///     delete compare;
+///     player->setTimeLine(timeline);
+///     timeline->release();
+///     player->seekTo(position, true);
+///     player->prepareAsync();
+///     layout->addWidget(application->getGraphicsView());
 class NORVEL_EXPORT QLabComparePlayer : public QWidget
 {
     Q_OBJECT
@@ -49,8 +66,10 @@ public:
     ~QLabComparePlayer() override;
 
     /// Shows `second` left of the line and `first` right of it: two videos, or two pictures. A file
-    /// that is no such thing is tried as the other one. A file that is missing is warned about,
-    /// and nothing changes. When a file is neither, what was shown is shown again, at the position
+    /// that is no such thing is tried as the other one. Of two lengths the longer one is played,
+    /// and the shorter side stays on its last picture. The line stays where it is; if it is limited
+    /// to the picture, it comes into the new one. A file that is missing is warned about, and
+    /// nothing changes. When a file is neither, what was shown is shown again, at the position
     /// where it was: played on if it was playing, prepared otherwise.
     void setupCompareVideoPath(QString first, QString second, bool isVideo);
     /// Whether `setupCompareVideoPath` starts to play; off at first.
@@ -67,6 +86,7 @@ public:
     void updateEffect();
     /// Width and height of the lower file, that left of the line, px.
     QSizeF getVideoTrackSize() const;
+    /// Brings the line to the middle of the view, whatever its limit.
     void maskMoveToCenter();
 
     void setLineColor(QColor color);
@@ -86,11 +106,14 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    /// What is shown: the tracks, one reference each, and their measures.
+    /// What is shown: the timeline and the tracks, one reference each, and their measures.
     struct Shown
     {
+        qrvkp::RvKpTimeLine* timeline = nullptr;
         qrvkp::RvTrkMatteEffectTrack* matteTrack = nullptr; ///< cuts the mix track
         qrvkp::RvIMediaTrack* baseTrack = nullptr;
         qrvkp::RvIMediaTrack* mixTrack = nullptr; ///< lies over the base track
@@ -103,12 +126,13 @@ private:
     };
 
     void connectMaskView();
-    bool showPair(qrvkp::RvKpTimeLine& timeline, const QString& first, const QString& second,
-                  bool isVideo);
-    bool showBase(qrvkp::RvKpTimeLine& timeline, const QString& path, bool& isVideo);
-    bool showMix(qrvkp::RvKpTimeLine& timeline, const QString& path, bool& isVideo);
-    bool showMatte(qrvkp::RvKpTimeLine& timeline);
+    bool showPair(const QString& first, const QString& second, bool isVideo);
+    bool showBase(const QString& path, bool& isVideo);
+    bool showMix(const QString& path, bool& isVideo);
+    bool showMatte();
     void makeDurationsEqual();
+    void limitLine();
+    void stopOwnTimeline();
     qrvkp::RvIMediaTrack* createMediaTrack(const QString& path, bool isVideo) const;
     qrvkp::RvIMediaTrack* createEitherTrack(const QString& path, bool& isVideo) const;
     float fitToCanvas(qrvkp::RvIMediaTrack& track) const;
@@ -122,10 +146,12 @@ private:
     void updateMaskEffectPoint(QPointF point);
 
     std::unique_ptr<QLabComparePlayerForm> ui;
+    QPointer<QLabPlayer> m_ownPlayer;        ///< a child; null without a bar
     QPointer<LabCompareMaskView> m_maskView; ///< a child of the view
     qrvkp::RvKpApplication* const m_application;
     Shown m_shown;
     QLabShowType m_showType = QLabShowSplit;
     bool m_autoPlay = false;
     bool m_limitMoveInVideoRect = true;
+    QPointer<QWidget> m_closing; ///< the widget around this one that was just asked to close
 };

@@ -8,6 +8,7 @@
 #include <rvkpcore/RvKpApplication.h>
 
 #include <QDebug>
+#include <QEvent>
 #include <QGraphicsView>
 #include <QHBoxLayout>
 #include <QIcon>
@@ -15,6 +16,7 @@
 #include <QLabel>
 #include <QPixmap>
 #include <QPushButton>
+#include <QStyle>
 #include <QTime>
 
 #include <algorithm>
@@ -47,6 +49,7 @@ QLabPlayer::QLabPlayer(qrvkp::RvKpApplication* app, QWidget* parent)
     ui->playBackWidget->setLayout(layout);
     if (QGraphicsView* view = m_application->getGraphicsView())
         layout->addWidget(view);
+    showStandardIcon();
 
     connect(m_player, &qrvkp::RvKpPlayer::sigRenderTimeChanged, this, [this] { showTime(); });
     connect(ui->playButton, &QPushButton::clicked, this, [this] { playOrPause(); });
@@ -70,11 +73,27 @@ void QLabPlayer::setupPlayIconImage(QImage* first, QImage* second)
 {
     const QIcon idle = iconOf(first);
     const QIcon playing = iconOf(second);
+    m_hasStandardIcons = false;
     ui->playButton->setIcon(idle);
     ui->playButton->setCheckable(true);
     connect(ui->playButton, &QPushButton::toggled, this, [this, idle, playing](bool checked) {
         ui->playButton->setIcon(checked ? playing : idle);
     });
+}
+
+void QLabPlayer::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange)
+        showStandardIcon();
+}
+
+void QLabPlayer::showStandardIcon()
+{
+    if (!m_hasStandardIcons)
+        return;
+    const auto icon = m_player->isPlaying() ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay;
+    ui->playButton->setIcon(style()->standardIcon(icon, nullptr, ui->playButton));
 }
 
 void QLabPlayer::playOrPause()
@@ -84,7 +103,7 @@ void QLabPlayer::playOrPause()
     else if (m_player->isPaused())
         m_player->start();
     else
-        // A player that neither plays nor pauses is only rewound.
+        // A player that neither plays nor pauses is only rewound, which makes it paused.
         m_player->seekTo(0, true);
 }
 
@@ -100,6 +119,7 @@ void QLabPlayer::showTime()
 void QLabPlayer::showState(int state, const QString& text)
 {
     qDebug() << "current status is:" << text << state;
+    showStandardIcon();
     if (state == qrvkp::RvKpPlayerPlaying)
         ui->playButton->setChecked(true);
     else if (state == qrvkp::RvKpPlayerPaused || state == qrvkp::RvKpPlayerStopped ||

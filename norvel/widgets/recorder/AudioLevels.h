@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include <norvel/global.h>
-
 #include <vector>
 
 class QAudioBuffer;
@@ -15,12 +13,12 @@ namespace norvel {
 /// The value of a sample at full scale, by which levels are normalised: of integers the largest one
 /// of their size, of 32-bit floats a hair above 1. 0 for what is no PCM, and for sizes that no
 /// level is known of.
-NORVEL_AUTOTEST_EXPORT double getPeakValue(const QAudioFormat& format);
+double getPeakValue(const QAudioFormat& format);
 
 /// How loud each channel of the buffer is at its loudest, as a fraction of full scale; in channel
 /// order. Unsigned samples are judged by their largest value alone, by its distance from mid-scale.
 /// 0 for every channel when the peak value is 0; no levels at all when the buffer is invalid, not
 /// little-endian or no PCM.
-NORVEL_AUTOTEST_EXPORT std::vector<double> getBufferLevels(const QAudioBuffer& buffer);
+std::vector<double> getBufferLevels(const QAudioBuffer& buffer);
 
 } // namespace norvel

@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include <norvel/global.h>
-
 #include <QAudioEncoderSettings>
 #include <QStringList>
 
@@ -16,7 +14,7 @@ namespace norvel {
 /// else by narrow-band AMR, which knows no other rate than 8000 Hz. Bit rates are a matter of the
 /// codec: that of another one is left to it. A backend without any AMR is asked for nothing and
 /// takes settings of its own.
-NORVEL_AUTOTEST_EXPORT QAudioEncoderSettings offeredEncoding(const QAudioEncoderSettings& wanted,
-                                                             const QStringList& offeredCodecs);
+QAudioEncoderSettings offeredEncoding(const QAudioEncoderSettings& wanted,
+                                      const QStringList& offeredCodecs);
 
 } // namespace norvel

@@ -7,9 +7,12 @@
 #include <norvel/widgets/recorder/RecorderWgtForm.h>
 
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QCursor>
+#include <QHideEvent>
 #include <QLabel>
 #include <QListView>
+#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSlider>
@@ -39,6 +42,41 @@ QString twoDigits(const QString& text, int number)
     return text.arg(number, 2, 10, QLatin1Char('0'));
 }
 
+bool isWithin(const QObject* object, const QObject* ancestor)
+{
+    while (object && object != ancestor)
+        object = object->parent();
+    return object;
+}
+
+/// Keeps events from a family that is being destroyed, but for one child that waits for some. The
+/// ancestors are no more what their slots and virtual functions take them for.
+class DyingFamily : public QObject
+{
+public:
+    explicit DyingFamily(const QObject& child)
+        : m_child(&child)
+    {
+        // Who is deleting its children has nulls among them.
+        const QObject* ancestor = child.parent();
+        while (ancestor && ancestor->children().contains(nullptr)) {
+            m_eldest = ancestor;
+            ancestor = ancestor->parent();
+        }
+        if (m_eldest)
+            QCoreApplication::instance()->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* receiver, QEvent*) override
+    {
+        return isWithin(receiver, m_eldest) && !isWithin(receiver, m_child);
+    }
+
+private:
+    const QObject* m_child;
+    const QObject* m_eldest = nullptr;
+};
+
 } // namespace
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): hosts hand over the path by value.
@@ -64,10 +102,72 @@ RecorderWgt::RecorderWgt(QString outputPath, QWidget* parent)
     ui->cbDevice->addItems(recorder->audioInputs());
     recorder->setupRecorder(ui->cbDevice->currentText());
     recorder->setOutputFile(outputPath);
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
+            &RecorderWgt::endRecording);
     resize(326, 385);
 }
 
-RecorderWgt::~RecorderWgt() = default;
+RecorderWgt::~RecorderWgt()
+{
+    const DyingFamily family(*this);
+    recorder->finishRecord();
+}
+
+int RecorderWgt::exec()
+{
+    const QPointer<RecorderWgt> self(this);
+    const int result = QDialog::exec();
+    // The application quits without hiding the dialog, and a host may have deleted it.
+    if (self)
+        endRecording();
+    return result;
+}
+
+void RecorderWgt::done(int result)
+{
+    if (endRecording())
+        QDialog::done(result);
+}
+
+void RecorderWgt::setVisible(bool visible)
+{
+    if (visible || endRecording())
+        QDialog::setVisible(visible);
+}
+
+void RecorderWgt::closeEvent(QCloseEvent* event)
+{
+    if (endRecording())
+        QDialog::closeEvent(event);
+}
+
+void RecorderWgt::hideEvent(QHideEvent* event)
+{
+    // With its parent; nobody waits in the middle of that.
+    if (!event->spontaneous())
+        release();
+    QDialog::hideEvent(event);
+}
+
+/// Returns whether the dialog is still there: a host may delete it during the wait.
+bool RecorderWgt::endRecording()
+{
+    const QPointer<RecorderWgt> self(this);
+    recorder->finishRecord();
+    // Only now, or the dialog would grow before it goes.
+    if (self)
+        release();
+    return !self.isNull();
+}
+
+/// Releases the button, as a click that stops does.
+void RecorderWgt::release()
+{
+    if (!ui->btnRecord->isChecked())
+        return;
+    ui->btnRecord->setChecked(false);
+    playRecord();
+}
 
 void RecorderWgt::playRecord()
 {
@@ -76,6 +176,7 @@ void RecorderWgt::playRecord()
     ui->lblRecorderTips->setText(isRecording ? RecorderWgtForm::recordingTip()
                                              : RecorderWgtForm::idleTip());
     timer->start(tickMs);
+    const QPointer<RecorderWgt> self(this);
     if (isRecording) {
         recorder->startRecord();
     } else {
@@ -84,6 +185,14 @@ void RecorderWgt::playRecord()
         timer->stop();
         recorder->stopRecord();
     }
+    if (self)
+        showParts();
+}
+
+/// Shows all parts, or those of a recording alone; which it is may have changed during a wait.
+void RecorderWgt::showParts()
+{
+    const bool isRecording = ui->btnRecord->isChecked();
     ui->wgtMiddle->setVisible(!isRecording);
     ui->wgtBottom->setVisible(!isRecording);
     setFixedHeight(isRecording ? recordingHeight : idleHeight);

@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include <norvel/global.h>
-
 #include <QString>
 
 class QCheckBox;
@@ -23,7 +21,7 @@ class QWidget;
 
 /// The form of a `RecorderWgt`, in the manner of a generated form class. Everything on it belongs
 /// to the dialog; the object names are for style sheets.
-class NORVEL_AUTOTEST_EXPORT RecorderWgtForm
+class RecorderWgtForm
 {
 public:
     QVBoxLayout* verticalLayout = nullptr;

@@ -32,7 +32,7 @@ double shareOf(qint64 total, qint64 bytes)
 } // namespace
 
 CalculateSysInfo::CalculateSysInfo()
-    : CalculateSysInfo(norvel::SystemSource::create())
+    : CalculateSysInfo(norvel::SystemSource::create(runCommand))
 {
 }
 

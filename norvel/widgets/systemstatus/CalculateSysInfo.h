@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include <norvel/global.h>
-
 #include <QObject>
 #include <QString>
 
@@ -22,12 +20,12 @@ class SystemSource;
 /// Made in the thread of the user interface and then moved to a worker thread, in which `sample`
 /// and `collectHardwareInfo` block for as long as the system takes to answer, up to 30 s for each
 /// of the Windows tools. The ticks stay in the thread that made the object and are queued: those
-/// that come while a measurement runs are served one after another. Nothing is reported; a number
-/// that cannot be had is 0, a text is empty.
+/// that come while a measurement runs are served one after another. Errors are not reported; a
+/// number that cannot be had is 0, a text is empty.
 ///
 /// A worker thread whose interruption is requested measures no more: no further tool is started,
 /// and nothing is emitted.
-class NORVEL_AUTOTEST_EXPORT CalculateSysInfo : public QObject
+class CalculateSysInfo : public QObject
 {
     Q_OBJECT
 
@@ -44,7 +42,7 @@ public:
     /// Collects the texts about the hardware and emits `displayInfo`.
     void collectHardwareInfo();
     /// The standard output of a command line, which no shell looks at: blocks until the command has
-    /// ended, at most 30 s. Empty if nothing came.
+    /// ended, at most 30 s. Empty if nothing came. Every tool is run by it, in any thread.
     static QString runCommand(const QString& commandLine);
 
     /// Ticks once a second, in the thread that made this object. No child, and never deleted by

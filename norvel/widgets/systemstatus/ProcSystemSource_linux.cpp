@@ -23,10 +23,7 @@ qint64 ProcSystemSource::installedMemory()
 
 double ProcSystemSource::cpuLoad()
 {
-    const CpuTimes times = ProcText::cpuTimes(contentOf(QStringLiteral("proc/stat")));
-    const double load = ProcText::loadBetween(m_lastTimes, times);
-    m_lastTimes = times;
-    return load;
+    return m_lastTimes.advanceTo(ProcText::cpuTimes(contentOf(QStringLiteral("proc/stat"))));
 }
 
 qint64 ProcSystemSource::processMemory()

@@ -9,7 +9,7 @@
 namespace norvel {
 
 /// What Linux tells by itself, in the files below "/proc" and "/sys". Starts no process.
-class NORVEL_AUTOTEST_EXPORT ProcSystemSource : public SystemSource
+class ProcSystemSource : public SystemSource
 {
 public:
     /// `root` is the folder in which "proc", "sys" and "usr" stand.

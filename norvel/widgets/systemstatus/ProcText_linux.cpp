@@ -114,16 +114,6 @@ CpuTimes ProcText::cpuTimes(const QByteArray& stat)
     return times;
 }
 
-double ProcText::loadBetween(const CpuTimes& before, const CpuTimes& after)
-{
-    const qint64 total = after.total - before.total;
-    if (total <= 0)
-        return 0.0;
-    // The kernel's time of waiting may go back a little.
-    const qint64 busy = std::clamp<qint64>(after.busy - before.busy, 0, total);
-    return qRound(100.0 * static_cast<double>(busy) / static_cast<double>(total));
-}
-
 qint64 ProcText::installedMemory(const QByteArray& meminfo)
 {
     constexpr qint64 bytesPerKilobyte = 1024;

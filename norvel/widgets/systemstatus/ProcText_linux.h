@@ -3,30 +3,21 @@
 
 #pragma once
 
-#include <norvel/global.h>
+#include <norvel/widgets/systemstatus/CpuTimes.h>
 
 #include <QByteArray>
 #include <QString>
 
 namespace norvel {
 
-/// How long all processors together have been at work, in the kernel's ticks.
-struct CpuTimes
-{
-    qint64 busy = 0;  ///< at work
-    qint64 total = 0; ///< at work or not
-};
-
 /// Reads the files of Linux that tell of the system. What does not read as expected gives 0, or an
 /// empty text.
-class NORVEL_AUTOTEST_EXPORT ProcText
+class ProcText
 {
 public:
-    /// The times since the start of the system, from "/proc/stat". A processor that waits for a
-    /// disk is not at work.
+    /// The times since the start of the system in the kernel's ticks, from "/proc/stat". A
+    /// processor that waits for a disk is not at work.
     static CpuTimes cpuTimes(const QByteArray& stat);
-    /// The load between two such times, in whole percent as `wmic` has it.
-    static double loadBetween(const CpuTimes& before, const CpuTimes& after);
 
     /// The memory of the system in bytes, from "/proc/meminfo": without what the kernel itself took
     /// when it started.

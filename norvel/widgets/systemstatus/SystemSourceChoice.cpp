@@ -7,9 +7,10 @@
 
 namespace norvel {
 
-std::unique_ptr<SystemSource> SystemSource::create()
+std::unique_ptr<SystemSource> SystemSource::choose(const CommandRunner& runCommand,
+                                                   const QStringList&)
 {
-    return std::make_unique<ToolSystemSource>();
+    return std::make_unique<ToolSystemSource>(runCommand);
 }
 
 } // namespace norvel

@@ -6,18 +6,14 @@
 #include <norvel/widgets/systemstatus/ProcSystemSource_linux.h>
 #include <norvel/widgets/systemstatus/ToolSystemSource.h>
 
-#include <QStandardPaths>
-
 namespace norvel {
 
-std::unique_ptr<SystemSource> SystemSource::create()
+std::unique_ptr<SystemSource> SystemSource::choose(const CommandRunner& runCommand,
+                                                   const QStringList& missingTools)
 {
     // One tool alone would give numbers of two kinds, and a memory share of neither.
-    const auto isThere = [](const char* tool) {
-        return !QStandardPaths::findExecutable(QLatin1String(tool)).isEmpty();
-    };
-    if (isThere("wmic") && isThere("tasklist"))
-        return std::make_unique<ToolSystemSource>();
+    if (missingTools.isEmpty())
+        return std::make_unique<ToolSystemSource>(runCommand);
     return std::make_unique<ProcSystemSource>();
 }
 

@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include <norvel/global.h>
-
 #include <QByteArray>
 #include <QString>
 
@@ -12,7 +10,7 @@ namespace norvel {
 
 /// Reads what the Windows tools `wmic` and `tasklist` print. What does not read as expected gives
 /// 0.
-class NORVEL_AUTOTEST_EXPORT ToolOutput
+class ToolOutput
 {
 public:
     /// Bytes as text: in the Unicode encoding that their byte-order mark tells, without one in that

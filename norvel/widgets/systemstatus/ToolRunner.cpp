@@ -20,11 +20,6 @@ QString ToolRunner::run(const QString& commandLine) const
     if (arguments.isEmpty())
         return {};
     const QString program = arguments.takeFirst();
-    return run(program, arguments);
-}
-
-QString ToolRunner::run(const QString& program, const QStringList& arguments) const
-{
     QProcess process;
     process.start(program, arguments, QIODevice::ReadWrite);
     process.waitForFinished(m_limitMs);

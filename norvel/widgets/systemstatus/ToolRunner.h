@@ -3,10 +3,7 @@
 
 #pragma once
 
-#include <norvel/global.h>
-
 #include <QString>
-#include <QStringList>
 
 namespace norvel {
 
@@ -14,7 +11,7 @@ namespace norvel {
 ///
 /// A run blocks the calling thread until the tool has ended, at most for the limit; a tool that
 /// takes longer is killed. No tool outlives its run.
-class NORVEL_AUTOTEST_EXPORT ToolRunner
+class ToolRunner
 {
 public:
     /// How long a tool may take, milliseconds.
@@ -26,8 +23,6 @@ public:
     /// double quotes: no shell looks at it. Empty if nothing came, as from a tool that does not
     /// start; what was printed until then if the tool fails or is killed.
     QString run(const QString& commandLine) const;
-    /// The same of a program with its arguments as they are.
-    QString run(const QString& program, const QStringList& arguments) const;
 
 private:
     int m_limitMs;

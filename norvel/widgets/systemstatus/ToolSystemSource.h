@@ -4,16 +4,21 @@
 #pragma once
 
 #include <norvel/widgets/systemstatus/SystemSource.h>
-#include <norvel/widgets/systemstatus/ToolRunner.h>
+
+#include <QStringList>
 
 namespace norvel {
 
 /// What the Windows tools `wmic` and `tasklist` tell. Every number is a process that is started,
 /// each text one as well.
-class NORVEL_AUTOTEST_EXPORT ToolSystemSource : public SystemSource
+class ToolSystemSource : public SystemSource
 {
 public:
-    explicit ToolSystemSource(const ToolRunner& runner = ToolRunner());
+    /// Runs every tool by `runCommand`, which is not empty.
+    explicit ToolSystemSource(CommandRunner runCommand);
+
+    /// The tools that are not on the search path.
+    static QStringList missingTools();
 
     qint64 installedMemory() override;
     double cpuLoad() override;
@@ -22,7 +27,7 @@ public:
     QString graphicsText() override;
 
 private:
-    ToolRunner m_runner;
+    const CommandRunner m_runCommand;
 };
 
 } // namespace norvel

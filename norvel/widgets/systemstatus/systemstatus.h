@@ -19,9 +19,10 @@ class QTimer;
 /// A small panel that shows the process's name, the load of the machine and the share of the memory
 /// that the process has, anew every second, and behind a button what hardware the machine has.
 ///
-/// On Windows all of it comes from the tools `wmic` and `tasklist`, two processes every second,
-/// which run in a thread of the panel's own. Elsewhere they are used if both are found on the
-/// search path; if not, Linux is asked itself, and on other systems all numbers are 0.
+/// All of it comes from the Windows tools `wmic` and `tasklist`, two processes every second, which
+/// run in a thread of the panel's own. Where `wmic` is not on the search path, Windows itself is
+/// asked; where one of the two is not, Linux is. On other systems all numbers are 0. One debug
+/// message of the category "norvel.systemstatus" names the tools that are missing.
 ///
 /// The panel belongs to the thread of the user interface, which it does not block, but for two
 /// times: the constructor reads the installed memory and the destructor waits for the command that

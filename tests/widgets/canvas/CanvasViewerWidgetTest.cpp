@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
+#include "widgets/support/PaintCount.h"
 #include "widgets/support/ShownEditor.h"
 
 #include <norvel/widgets/canvas/CanvasViewerWidget.h>
@@ -17,21 +18,6 @@ using norvel::ViewerWidget;
 namespace {
 
 using Calls = std::vector<std::string>;
-
-/// Counts what is painted on a widget, and where.
-class PaintCount : public QObject
-{
-public:
-    explicit PaintCount(QWidget& widget) { widget.installEventFilter(this); }
-    int count = 0;
-
-protected:
-    bool eventFilter(QObject* object, QEvent* event) override
-    {
-        count += event->type() == QEvent::Paint ? 1 : 0;
-        return QObject::eventFilter(object, event);
-    }
-};
 
 /// The map as a widget over a view of 800 x 600 with a canvas of 1920 x 1080, in the window's upper
 /// left corner: 96 x 54, with s x 800 / 96 view px for each of its own at scale s.
@@ -405,11 +391,19 @@ TEST_F(CanvasViewerWidgetTest, EveryChangeOfTheScenesRectangleLaysOut)
 TEST_F(CanvasViewerWidgetTest, UpdateRepaintsMapAndViewer)
 {
     zoom(2.0F);
-    QCoreApplication::processEvents();
     PaintCount ofMap(*map);
     PaintCount ofViewer(viewer());
     map->update();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return ofMap.count > 0 && ofViewer.count > 0; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ofMap.count() > 0 && ofViewer.count() > 0; }));
+}
+
+TEST_F(CanvasViewerWidgetTest, AnotherStyleShowsAtOnce)
+{
+    zoom(2.0F);
+    PaintCount ofMap(*map);
+    EXPECT_TRUE(ofMap.isRaisedBy([this] { map->setCanvasWidgetStyle(Qt::red, 1.0); }));
+    PaintCount ofViewer(viewer());
+    EXPECT_TRUE(ofViewer.isRaisedBy([this] { map->setViewerWidgetStyle(Qt::green, 1.0); }));
 }
 
 TEST_F(CanvasViewerWidgetTest, PaintsMapAndViewerInTheirStyles)

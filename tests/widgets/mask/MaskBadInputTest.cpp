@@ -2,12 +2,14 @@
 // SPDX-License-Identifier: MIT
 
 #include "widgets/mask/MaskedTrack.h"
+#include "widgets/mask/PaintedStroke.h"
 
 #include <norvel/widgets/mask/LabPaintMaskView.h>
 #include <norvel/widgets/mask/LabTouchMaskView.h>
 
 #include <QPointer>
 
+#include <cstdlib>
 #include <limits>
 
 namespace {
@@ -89,13 +91,13 @@ TEST_F(TrackMaskBadInputTest, AHugeTrackHasNoPixelsRatherThanAllMemory)
         application.setCanvasScale(1.0F);
         mask->updateGeometry();
         EXPECT_TRUE(maskImage().isNull()) << side;
-        EXPECT_LE(mask->width(), QWIDGETSIZE_MAX);
         send(*mask, QEvent::MouseButtonPress, {5, 5}, Qt::LeftButton, Qt::LeftButton);
         send(*mask, QEvent::MouseButtonRelease, {9, 9}, Qt::LeftButton, Qt::NoButton);
     }
     track->setWidthAndHeight(30000.0F, 10.0F);
     mask->updateGeometry();
     EXPECT_EQ(maskImage().size(), QSize(30000, 10));
+    EXPECT_EQ(mask->size(), QSize(15000, 5)); // a canvas px is half a view px
 }
 
 TEST_F(TrackMaskBadInputTest, PlacementsThatMakeNoSenseAreBorne)
@@ -108,7 +110,8 @@ TEST_F(TrackMaskBadInputTest, PlacementsThatMakeNoSenseAreBorne)
         track->setPosition(value, value);
         mask->updateGeometry();
         stroke({5, 5}, {9, 9});
-        EXPECT_GE(mask->width(), 0);
+        EXPECT_LE(std::abs(mask->x()), 1000000) << value;
+        EXPECT_LE(std::abs(mask->y()), 1000000) << value;
         EXPECT_EQ(maskImage().size(), QSize(400, 200));
     }
 }
@@ -131,7 +134,9 @@ TEST_F(TrackMaskBadInputTest, WidthsThatAreNoneAreBorne)
             EXPECT_TRUE(mask->cursor().pixmap().isNull());
             for (const float scale : {0.75F, 2.0F, 4.0F}) {
                 placeAt(scale);
+                mask->clear();
                 stroke({5, 5}, {60, 9});
+                EXPECT_EQ(maskedPixels() > 0, tool == DrawToolPen) << width; // a thin line
             }
         }
     }
@@ -156,10 +161,14 @@ TEST_F(TrackMaskBadInputTest, HugeWidthsAreBorne)
 TEST_F(TrackMaskBadInputTest, ColoursAndOpacitiesThatAreNoneAreBorne)
 {
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    for (const double opacity : {-1.0, 0.0, 7.0, 1e300, nan}) {
+    for (const auto& [opacity, alpha] : {std::pair(-1.0, 0), std::pair(0.0, 0), std::pair(7.0, 255),
+                                         std::pair(1e300, 255), std::pair(nan, 0)}) {
         mask->setPenColorAndOpacity(QColor(), opacity);
         mask->setPenWidth(20);
+        mask->clear();
         stroke({5, 5}, {60, 9});
+        EXPECT_EQ(shown(*mask).pixelColor(30, 7), QColor(0, 0, 0, alpha)) << opacity;
+        EXPECT_EQ(maskedPixels(), 0); // no colour is black
     }
 }
 
@@ -254,7 +263,9 @@ TEST_F(PaintBadInputTest, AParentWithoutAnAreaIsBorne)
     parent.show();
     useMouse(paint);
     useMouse(touch);
-    EXPECT_TRUE(paint.lastPaintBlurMaskImage(1.0F, false).isNull() || !paint.size().isEmpty());
+    EXPECT_EQ(paint.size(), QSize(0, 0));
+    EXPECT_EQ(touch.size(), QSize(0, 0));
+    EXPECT_TRUE(paint.lastPaintBlurMaskImage(1.0F, false).isNull());
 }
 
 TEST_F(PaintBadInputTest, RectanglesThatMakeNoSenseAreBorne)
@@ -264,12 +275,19 @@ TEST_F(PaintBadInputTest, RectanglesThatMakeNoSenseAreBorne)
     LabPaintMaskView paint(&parent);
     paint.paintMode = true;
     const int largest = std::numeric_limits<int>::max();
-    for (const QRect& rect : {QRect(), QRect(10, 10, 0, 50), QRect(10, 10, 50, 0),
-                              QRect(10, 10, -50, -20), QRect(-500, -500, 100, 100),
-                              QRect(0, 0, 100000, 100000), QRect(0, 0, largest, largest)}) {
+    const QSize none(0, 0);
+    const std::vector<std::pair<QRect, QSize>> paintings{
+        {QRect(), paint.parentWidget()->size()}, // no rectangle: all of the view
+        {QRect(10, 10, 0, 50), none},
+        {QRect(10, 10, 50, 0), none},
+        {QRect(10, 10, -50, -20), none},
+        {QRect(-500, -500, 100, 100), QSize(100, 100)},
+        {QRect(0, 0, 100000, 100000), none},
+        {QRect(0, 0, largest, largest), none}};
+    for (const auto& [rect, size] : paintings) {
         paint.setupPaintShowRect(rect, rect);
         useMouse(paint);
-        paint.lastPaintBlurMaskImage(1.0F, false);
+        EXPECT_EQ(paint.lastPaintBlurMaskImage(1.0F, false).size(), size) << rect.width();
         useMouse(paint);
         EXPECT_EQ(paint.showFaceRect(), rect);
     }
@@ -284,9 +302,12 @@ TEST_F(PaintBadInputTest, WidthsAlphasAndBlursThatMakeNoSenseAreBorne)
     paint.setupPaintShowRect({0, 0, 200, 100}, {0, 0, 200, 100});
     for (const int width :
          {0, -1, std::numeric_limits<int>::min(), 100000, std::numeric_limits<int>::max()}) {
+        paint.clearAllData();
         paint.setupPaintLineWidth(width);
         paint.setupEraserWidth(width);
         useMouse(paint);
+        EXPECT_GT(shown(paint).pixelColor(10, 10).alpha(), 0) << width;
+        EXPECT_EQ(shown(paint).pixelColor(180, 90).alpha() > 0, width > 0) << width;
     }
     paint.setupPaintLineWidth(10);
     for (const float value : {-1.0F, 0.0F, 1e30F, infinite, -infinite, quietNan}) {
@@ -303,10 +324,16 @@ TEST_F(PaintBadInputTest, NullPicturesAreNone)
     QWidget parent(window.get());
     parent.resize(200, 100);
     LabPaintMaskView paint(&parent);
+    useMouse(paint); // takes the parent's size
+    QImage nothing(200, 100, QImage::Format_ARGB32_Premultiplied);
+    nothing.fill(Qt::transparent);
     paint.setupPaintMaskImagePixmap({});
     useMouse(paint);
+    EXPECT_EQ(shown(paint), nothing);
     paint.setupPaintAlphaMaskImage({});
     useMouse(paint);
+    EXPECT_EQ(shown(paint), nothing);
     paint.paintMode = true;
     useMouse(paint);
+    EXPECT_EQ(shown(paint).pixelColor(20, 20), QColor(Qt::red)); // from (10, 10) to (30, 30)
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "widgets/mask/CoveredPicture.h"
+#include "widgets/support/PaintCount.h"
 
 #include <norvel/widgets/mask/LabPaintMaskView.h>
 
@@ -394,26 +395,15 @@ TEST_F(PaintMaskViewTest, APressDropsTheFlattenedPaintingButKeepsTheStrokes)
 
 TEST_F(PaintMaskViewTest, APressAloneDoesNotRepaint)
 {
-    QCoreApplication::processEvents();
-    class Paints : public QObject
-    {
-    public:
-        int count = 0;
-        bool eventFilter(QObject*, QEvent* event) override
-        {
-            count += event->type() == QEvent::Paint ? 1 : 0;
-            return false;
-        }
-    } paints;
-    mask->installEventFilter(&paints);
+    PaintCount paints(*mask);
     pressed({100, 100});
     QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents();
-    EXPECT_EQ(paints.count, 0);
+    EXPECT_EQ(paints.count(), 0);
     moved({110, 100});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count == 1; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count() == 1; }));
     released({110, 110});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count == 2; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count() == 2; }));
 }
 
 TEST_F(PaintMaskViewTest, GivesThePaintingInTheSizeOfThePaintingRectangle)
@@ -563,6 +553,25 @@ TEST_F(PaintMaskViewTest, ClearingForgetsStrokesPaintingAndMask)
     EXPECT_TRUE(isEmpty(flattened()));
     mask->paintMode = false;
     EXPECT_TRUE(isEmpty(shown()));
+}
+
+TEST_F(PaintMaskViewTest, AStrokeWithoutItsReleaseDoesNotReachIntoTheNextOne)
+{
+    QSignalSpy events(mask, &LabPaintMaskView::maskMouseEvent);
+    pressed({100, 80});
+    moved({140, 80});
+    mask->hide();
+    mask->show();
+    moved({140, 140}, Qt::RightButton);
+    pressed({100, 140});
+    released({140, 140});
+    EXPECT_EQ(events.count(), 4);
+    EXPECT_EQ(events[2][0].value<Type>(), LabPaintMaskView::LabPathBegin);
+    QPainterPath path({100, 80});
+    path.cubicTo({113, 80}, {127, 80}, {140, 80});
+    path.moveTo(100, 140);
+    path.lineTo(140, 140);
+    EXPECT_EQ(shown(), painted({400, 300}, path, brush(10), rectangle(shownRect)));
 }
 
 TEST_F(PaintMaskViewTest, AStrokeGoesOnWhereThePointerWasWhenThePaintingWasTakenMeanwhile)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "widgets/mask/CoveredPicture.h"
+#include "widgets/support/PaintCount.h"
 
 #include <norvel/widgets/mask/LabTouchMaskView.h>
 
@@ -130,24 +131,13 @@ TEST_F(TouchMaskViewTest, ThePreviewIsBlended)
 
 TEST_F(TouchMaskViewTest, MoveAndReleaseRepaintAndAPressDoesNot)
 {
-    QCoreApplication::processEvents();
-    class Paints : public QObject
-    {
-    public:
-        int count = 0;
-        bool eventFilter(QObject*, QEvent* event) override
-        {
-            count += event->type() == QEvent::Paint ? 1 : 0;
-            return false;
-        }
-    } paints;
-    touch->installEventFilter(&paints);
+    PaintCount paints(*touch);
     send(*touch, QEvent::MouseButtonPress, {100, 100}, Qt::LeftButton, Qt::LeftButton);
     send(*touch, QEvent::MouseMove, {110, 100}, Qt::NoButton, Qt::RightButton);
     QCoreApplication::processEvents();
-    EXPECT_EQ(paints.count, 0);
+    EXPECT_EQ(paints.count(), 0);
     send(*touch, QEvent::MouseMove, {110, 100}, Qt::NoButton, Qt::LeftButton);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count == 1; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count() == 1; }));
     send(*touch, QEvent::MouseButtonRelease, {110, 100}, Qt::LeftButton, Qt::NoButton);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count == 2; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count() == 2; }));
 }

@@ -182,6 +182,72 @@ TEST_F(ComparePictureTest, SplitsAtTheLineAfterANewSizeWhileItWasHidden)
     EXPECT_TRUE(becomesSplitAt(240));
 }
 
+TEST_F(ComparePictureTest, SplitsFilesOfDifferentLengthToTheEnd)
+{
+    const QString longerRed = PlayerMedia::red(320, 180, 3.0);
+    const QString longerBlue = PlayerMedia::blue(320, 180, 3.0);
+    for (const auto& [first, second] :
+         {std::pair(m_red, longerBlue), std::pair(longerRed, m_blue)}) {
+        showPair(first, second, true);
+        EXPECT_EQ(player().getDuration(), 3000);
+        for (const int position : {500, 1500, 3000}) {
+            player().seekTo(position, true);
+            dragLineTo(200 + position / 10);
+            EXPECT_TRUE(becomesSplitAt(200 + position / 10)) << position;
+        }
+    }
+}
+
+TEST_F(ComparePictureTest, TheShorterFileStaysOnItsLastPicture)
+{
+    const QString shorter = PlayerMedia::numbers(10);
+    const QString longer = PlayerMedia::numbers(50);
+    const auto becomesNumber = [this](int number) {
+        return QTest::qWaitFor([&] { return TestMedia::frameNumber(seen()) == number; },
+                               PatienceMs);
+    };
+    const auto expectNumbers = [&](QLabComparePlayer::QLabShowType shorterSide,
+                                   QLabComparePlayer::QLabShowType longerSide) {
+        for (const int position : {1000, 1900}) {
+            player().seekTo(position, true);
+            widget->setupShowType(shorterSide);
+            EXPECT_TRUE(becomesNumber(9)) << position;
+            widget->setupShowType(longerSide);
+            EXPECT_TRUE(becomesNumber(position / 40)) << position;
+        }
+    };
+    showPair(shorter, longer, true);
+    expectNumbers(QLabComparePlayer::QLabShowEdgeLeft, QLabComparePlayer::QLabShowEdgeRight);
+    showPair(longer, shorter, true);
+    expectNumbers(QLabComparePlayer::QLabShowEdgeRight, QLabComparePlayer::QLabShowEdgeLeft);
+}
+
+TEST_F(ComparePictureTest, SplitsASecondPairAtTheLineThatWasDragged)
+{
+    showPair(m_red, m_blue, true);
+    dragLineTo(300);
+    EXPECT_TRUE(becomesSplitAt(300));
+    showPair(m_red, m_blue, true);
+    EXPECT_EQ(mask()->lineX(), 300.0);
+    EXPECT_TRUE(becomesSplitAt(300));
+}
+
+TEST_F(ComparePictureTest, SplitsASmallerSecondPictureAtItsEdge)
+{
+    showPair(m_red, m_blue, true);
+    dragLineTo(100);
+    // The upper picture is in the columns 209 to 750: all of it is right of the line.
+    showPair(PlayerMedia::red(192, 192, 1.0), m_blue, true);
+    EXPECT_EQ(mask()->lineX(), 209.0);
+    const auto isRight = [this] {
+        const QImage image = seen();
+        return isBlue(image.pixel(100, 270)) && isBlue(image.pixel(207, 270)) &&
+               isRed(image.pixel(212, 270)) && isRed(image.pixel(747, 270)) &&
+               isBlue(image.pixel(752, 270));
+    };
+    EXPECT_TRUE(QTest::qWaitFor(isRight, PatienceMs));
+}
+
 TEST_F(ComparePictureTest, SplitsPicturesTheSameWay)
 {
     showPair(PlayerMedia::picture(Qt::red, 640, 360), PlayerMedia::picture(Qt::blue, 1920, 1080),

@@ -66,6 +66,7 @@ TEST_F(ComparePlayerTest, SetsTwoVideosUpStepByStep)
         "RvTrkMatteEffectTrack::setMattePath(matte, path, 800, 450, 6.003125, 1)",
         "RvKpTimeLine::addMixTrack(matte)",
         "RvKpPlayer::prepareAsync()",
+        "RvTrkMatteEffectTrack::setMatteCenter(matte, 960, 540)",
     };
     EXPECT_EQ(setUp(m_red, m_blue, true), expected);
     EXPECT_TRUE(reaches(RvKpPlayerPrepared));
@@ -80,14 +81,24 @@ TEST_F(ComparePlayerTest, MakesTheDurationsEqualAndTellsEveryMoveThen)
     showPair(shorter, longer, true);
     EXPECT_EQ(baseTrack()->getDuration(), 8000);
     EXPECT_EQ(mixTrack()->getDuration(), 8000);
+    EXPECT_EQ(matte()->getDuration(), 8000);
+    EXPECT_EQ(group()->getDuration(), 8000);
     EXPECT_FALSE(mask()->throttle());
     makePlayer(false);
     const Calls calls = setUp(longer, shorter, true);
     EXPECT_EQ(baseTrack()->getDuration(), 8000);
     EXPECT_EQ(mixTrack()->getDuration(), 8000);
     EXPECT_FALSE(mask()->throttle());
-    EXPECT_EQ(calls[calls.size() - 3], "RvITrack::setDuration(base, 8000)");
-    EXPECT_EQ(calls[calls.size() - 2], "RvITrack::setDuration(mix, 8000)");
+    EXPECT_EQ(matte()->getDuration(), 8000);
+    EXPECT_EQ(group()->getDuration(), 8000);
+    EXPECT_EQ(player().getDuration(), 8000);
+    const Calls expected{"RvITrack::setDuration(base, 8000)",
+                         "RvITrack::setDuration(mix, 8000)",
+                         "RvITrack::setDuration(matte, 8000)",
+                         "RvKpGroup::setDuration(group, 8000)",
+                         "RvKpPlayer::prepareAsync()",
+                         "RvTrkMatteEffectTrack::setMatteCenter(matte, 960, 540)"};
+    EXPECT_EQ(Calls(calls.end() - 6, calls.end()), expected);
     // Every move of the line moves the matte.
     RvCallLog::start();
     press(*mask(), {480, 20});
@@ -108,7 +119,7 @@ TEST_F(ComparePlayerTest, TakesFilesAsWhatTheyAreWhenTheyAreNotWhatWasSaid)
     EXPECT_FALSE(isVideo(baseTrack()));
     EXPECT_FALSE(isVideo(mixTrack()));
     EXPECT_EQ(calls[3], "RvKpTrack::create(\"" + picture.toStdString() + "\", 0, -1, 0) -> null");
-    EXPECT_EQ(calls.size(), 23U) << "the second file is taken as the first one was at once";
+    EXPECT_EQ(calls.size(), 24U) << "the second file is taken as the first one was at once";
     calls = setUp(m_red, m_blue, false);
     EXPECT_TRUE(isVideo(baseTrack()));
     EXPECT_TRUE(isVideo(mixTrack()));

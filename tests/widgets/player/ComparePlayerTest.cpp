@@ -3,9 +3,11 @@
 
 #include "ComparePlayerFixture.h"
 #include "ContextTranslator.h"
-#include "DebugLines.h"
 #include "PlayerMedia.h"
 
+#include "widgets/support/DebugLines.h"
+
+#include <norvel/trace/RvEditorTrace.h>
 #include <norvel/widgets/player/LabCompareLayout.h>
 #include <norvel/widgets/player/LabCompareMaskView.h>
 #include <norvel/widgets/player/QLabPlayer.h>
@@ -16,10 +18,16 @@
 #include <rvkpcore/RvFault.h>
 #include <rvkpcore/RvSpriteTrack.h>
 
+#include <QCloseEvent>
+#include <QDialog>
 #include <QLabel>
+#include <QSignalSpy>
+#include <QVBoxLayout>
 
 #include <cmath>
 #include <limits>
+#include <memory>
+#include <utility>
 
 using namespace qrvkp;
 
@@ -64,7 +72,7 @@ TEST_F(ComparePlayerTest, SetsTwoPicturesUpAndPlaysThemWhenToldTo)
     const QString white = PlayerMedia::picture(Qt::white, 960, 540);
     widget->setupAutoPlay(true);
     const Calls calls = setUp(green, white, false);
-    ASSERT_EQ(calls.size(), 23U);
+    ASSERT_EQ(calls.size(), 24U);
     EXPECT_EQ(calls[3], "RvSpriteTrack::create(\"" + white.toStdString() + "\", 0, 3000) -> base");
     EXPECT_EQ(calls[9], "RvSpriteTrack::create(\"" + green.toStdString() + "\", 0, 3000) -> mix");
     EXPECT_EQ(calls[10], "RvIMediaTrack::setCenter(mix, 960, 540)") << "pictures need no muting";
@@ -104,7 +112,13 @@ TEST_F(ComparePlayerTest, CutsByTheRightHalfOfAPathOfAtLeastEightHundredPixels)
     };
     EXPECT_EQ(pathOf(640, 360), QRectF(400, 0, 400, 450));
     EXPECT_EQ(pathOf(100, 400), QRectF(100, 0, 100, 800));
+    EXPECT_EQ(pathOf(100, 799), QRectF(50 * 800.0 / 799.0, 0, 50 * 800.0 / 799.0, 800));
+    EXPECT_EQ(pathOf(799, 100), QRectF(400, 0, 400, 100 * 800.0 / 799.0));
     EXPECT_EQ(pathOf(800, 100), QRectF(400, 0, 400, 100));
+    EXPECT_EQ(pathOf(100, 800), QRectF(50, 0, 50, 800));
+    EXPECT_EQ(pathOf(800, 800), QRectF(400, 0, 400, 800));
+    EXPECT_EQ(pathOf(801, 100), QRectF(400.5, 0, 400.5, 100));
+    EXPECT_EQ(pathOf(100, 801), QRectF(50, 0, 50, 801));
     EXPECT_EQ(pathOf(1000, 500), QRectF(500, 0, 500, 500));
     EXPECT_EQ(pathOf(100, 900), QRectF(50, 0, 50, 900));
 }
@@ -220,9 +234,12 @@ TEST_F(ComparePlayerTest, KeepsTheLineWithinTheUpperPicture)
 {
     // 540 x 540 px of the view, from 210 to 750.
     showPair(PlayerMedia::picture(Qt::red, 1080, 1080), m_blue, false);
-    EXPECT_EQ(mask()->limitRect(), QRect(0, 0, 960, 540)) << "that of when it was laid out";
-    widget->updateEffect();
     // The picture is a pixel of the canvas larger than the canvas: half a px of the view.
+    EXPECT_EQ(mask()->limitRect(), QRect(209, 0, 540, 540));
+    EXPECT_EQ(mask()->hintRect(), QRect(210, 0, 540, 540));
+    mask()->setLimitRect({});
+    mask()->setHintRect({});
+    widget->updateEffect();
     EXPECT_EQ(mask()->limitRect(), QRect(209, 0, 540, 540));
     EXPECT_EQ(mask()->hintRect(), QRect(210, 0, 540, 540));
     widget->setupLimitMoveInVideoRect(false);
@@ -234,6 +251,82 @@ TEST_F(ComparePlayerTest, KeepsTheLineWithinTheUpperPicture)
     widget->setupLimitMoveInVideoRect(false);
     widget->updateEffect();
     EXPECT_EQ(mask()->limitRect(), QRect(209, 0, 540, 540)) << "for once, all the same";
+}
+
+TEST_F(ComparePlayerTest, LineMatteAndLimitAgreeAfterEverySetUp)
+{
+    const QString square = PlayerMedia::picture(Qt::red, 1080, 1080);
+    showPair(m_red, m_blue, true);
+    dragLineTo(100);
+    showPair(m_red, m_blue, true);
+    EXPECT_EQ(mask()->lineX(), 100.0) << "which is in the new picture, too";
+    EXPECT_EQ(matte()->getMatteCenterX(), 200.0F);
+    showPair(square, m_blue, false);
+    EXPECT_EQ(mask()->limitRect(), QRect(209, 0, 540, 540));
+    EXPECT_EQ(mask()->hintRect(), QRect(210, 0, 540, 540));
+    EXPECT_EQ(mask()->lineX(), 209.0);
+    EXPECT_EQ(matte()->getMatteCenterX(), 418.0F);
+    showPair(m_red, m_blue, true);
+    EXPECT_EQ(mask()->limitRect(), QRect(0, 0, 960, 540));
+    EXPECT_EQ(matte()->getMatteCenterX(), 418.0F);
+}
+
+TEST_F(ComparePlayerTest, ASetUpLimitsNoLineThatMayGoAnywhere)
+{
+    const QString square = PlayerMedia::picture(Qt::red, 1080, 1080);
+    widget->setupLimitMoveInVideoRect(false);
+    showPair(m_red, m_blue, true);
+    dragLineTo(100);
+    showPair(square, m_blue, false);
+    EXPECT_TRUE(mask()->limitRect().isNull());
+    EXPECT_EQ(mask()->lineX(), 100.0);
+    EXPECT_EQ(matte()->getMatteCenterX(), 200.0F);
+    widget->updateEffect();
+    ASSERT_EQ(mask()->lineX(), 209.0);
+    showPair(m_red, m_blue, true);
+    EXPECT_TRUE(mask()->limitRect().isNull()) << "nothing is left of the limit of the pair before";
+    EXPECT_EQ(matte()->getMatteCenterX(), 418.0F);
+}
+
+TEST_F(ComparePlayerTest, TheLineIsInThePictureWhenItComesBack)
+{
+    const QString square = PlayerMedia::picture(Qt::red, 1080, 1080);
+    showPair(m_red, m_blue, true);
+    dragLineTo(100);
+    widget->setupShowType(QLabComparePlayer::QLabShowEdgeLeft);
+    showPair(square, m_blue, false);
+    EXPECT_EQ(matte()->getMatteCenterX(), 0.0F) << "not at the line";
+    widget->setupShowType(QLabComparePlayer::QLabShowSplit);
+    EXPECT_EQ(mask()->lineX(), 209.0);
+    EXPECT_EQ(matte()->getMatteCenterX(), 418.0F);
+    widget->setupShowType(QLabComparePlayer::QLabShowEdgeLeft);
+    application.setCanvasPosition(200.0F, 0.0F);
+    widget->setupShowType(QLabComparePlayer::QLabShowSplit);
+    EXPECT_EQ(mask()->limitRect(), QRect(409, 0, 540, 540));
+    EXPECT_EQ(mask()->lineX(), 409.0);
+    application.setCanvasPosition(300.0F, 0.0F);
+    widget->updateEffect();
+    widget->maskMoveToCenter();
+    EXPECT_EQ(mask()->lineX(), 480.0) << "the middle of the view, though the picture begins at 509";
+}
+
+TEST_F(ComparePlayerTest, UpdatesNothingWhileOneFileIsShownAlone)
+{
+    showPair(PlayerMedia::picture(Qt::red, 1080, 1080), m_blue, false);
+    for (const auto type :
+         {QLabComparePlayer::QLabShowEdgeLeft, QLabComparePlayer::QLabShowEdgeRight}) {
+        widget->setupShowType(type);
+        const QRect limit = mask()->limitRect();
+        const QRect hints = mask()->hintRect();
+        application.setCanvasScale(application.getCanvasScale() * 0.5F);
+        QSignalSpy told(mask(), &LabCompareMaskView::maskCompareEvent);
+        RvCallLog::start();
+        widget->updateEffect();
+        EXPECT_EQ(RvCallLog::count(), 0U);
+        EXPECT_EQ(told.count(), 0);
+        EXPECT_EQ(mask()->limitRect(), limit);
+        EXPECT_EQ(mask()->hintRect(), hints);
+    }
 }
 
 TEST_F(ComparePlayerTest, ANewSizeLimitsTheLineAnewIfThatIsWanted)
@@ -353,6 +446,184 @@ TEST_F(ComparePlayerTest, AClosedPlayerStopsAndHoldsNothing)
     widget->close();
     showPair(m_red, m_blue, true);
     EXPECT_TRUE(timeline());
+}
+
+TEST_F(ComparePlayerTest, StopsWhatItShowsWhenItIsDestroyed)
+{
+    showPair(m_red, m_blue, true);
+    player().start();
+    delete widget;
+    EXPECT_EQ(player().getState(), RvKpPlayerStopped);
+}
+
+TEST_F(ComparePlayerTest, LeavesAnotherTimelineAloneWhenItIsDestroyedOrItsWindowIsClosed)
+{
+    showPair(m_red, m_blue, true);
+    player().setTimeLine(PlayerMedia::timelineOf(PlayerMedia::red(64, 36, 8.0)).get());
+    player().prepareAsync();
+    player().start();
+    ASSERT_TRUE(reaches(RvKpPlayerPlaying));
+    window->close();
+    EXPECT_TRUE(player().isPlaying());
+    delete widget;
+    EXPECT_TRUE(player().isPlaying());
+}
+
+TEST_F(ComparePlayerTest, StopsWhenTheWindowAroundItIsClosed)
+{
+    showPair(m_red, m_blue, true);
+    player().start();
+    window->close();
+    EXPECT_EQ(player().getState(), RvKpPlayerStopped);
+    // The pair is still there.
+    window->show();
+    player().prepareAsync();
+    ASSERT_TRUE(reaches(RvKpPlayerPrepared));
+    dragLineTo(600);
+    EXPECT_EQ(matte()->getMatteCenterX(), 1200.0F);
+}
+
+namespace {
+
+/// A window that refuses to be closed.
+class RefusingWindow : public QWidget
+{
+protected:
+    void closeEvent(QCloseEvent* event) override { event->ignore(); }
+};
+
+} // namespace
+
+TEST_F(ComparePlayerTest, PlaysOnInAWindowThatRefusesToCloseOrIsOnlyHidden)
+{
+    const QString longer = PlayerMedia::blue(64, 36, 8.0);
+    showPair(longer, longer, true);
+    player().start();
+    RefusingWindow refusing;
+    widget->setParent(&refusing);
+    widget->show();
+    refusing.show();
+    EXPECT_FALSE(refusing.close());
+    EXPECT_TRUE(player().isPlaying());
+    QTest::qWait(0);
+    refusing.hide();
+    EXPECT_TRUE(player().isPlaying());
+    refusing.show();
+    widget->hide();
+    EXPECT_TRUE(player().isPlaying());
+}
+
+TEST_F(ComparePlayerTest, StopsWhenTheDialogOrThePartOfAWindowAroundItIsClosed)
+{
+    showPair(m_red, m_blue, true);
+    QDialog dialog;
+    auto* const part = new QWidget(&dialog);
+    auto* const within = new QWidget(part);
+    widget->setParent(within);
+    widget->show();
+    dialog.show();
+    player().start();
+    dialog.reject();
+    EXPECT_EQ(player().getState(), RvKpPlayerStopped);
+    dialog.show();
+    player().prepareAsync();
+    player().start();
+    ASSERT_TRUE(reaches(RvKpPlayerPlaying));
+    part->close();
+    EXPECT_EQ(player().getState(), RvKpPlayerStopped);
+    // What is not around it any more means nothing to it.
+    player().prepareAsync();
+    player().start();
+    ASSERT_TRUE(reaches(RvKpPlayerPlaying));
+    widget->setParent(window.get());
+    widget->show();
+    part->show();
+    dialog.close();
+    EXPECT_TRUE(player().isPlaying());
+}
+
+TEST_F(ComparePlayerTest, GivesAHostItsTimelineAndItsViewBack)
+{
+    delete widget;
+    auto* const layout = new QVBoxLayout(window.get());
+    layout->addWidget(application.getGraphicsView());
+    const auto own = PlayerMedia::timelineOf(PlayerMedia::red(64, 36, 8.0));
+    player().setTimeLine(own.get());
+    player().prepareAsync();
+    ASSERT_TRUE(reaches(RvKpPlayerPrepared));
+    player().seekTo(3000, true);
+    const QPointer<QGraphicsView> editorsView = &view();
+
+    // What the header and the page on the widgets tell a host to do.
+    RvKpPlayer* const framework = application.getPlayer();
+    RvKpTimeLine* const kept = framework->getTimeLine();
+    const long long position = framework->getCurrentPosition();
+    auto* const compare = new QLabComparePlayer(&application, nullptr, true);
+    compare->show();
+    compare->setupCompareVideoPath(m_red, m_blue, true);
+    ASSERT_TRUE(reaches(RvKpPlayerPrepared));
+    EXPECT_TRUE(compare->isAncestorOf(editorsView));
+    EXPECT_NE(timeline(), own);
+    delete compare;
+    framework->setTimeLine(kept);
+    kept->release();
+    framework->seekTo(position, true);
+    framework->prepareAsync();
+    layout->addWidget(application.getGraphicsView());
+
+    EXPECT_EQ(timeline(), own);
+    ASSERT_TRUE(reaches(RvKpPlayerPrepared));
+    EXPECT_EQ(player().getCurrentPosition(), 3000);
+    EXPECT_EQ(&view(), editorsView);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return editorsView->isVisible(); }, PatienceMs));
+    EXPECT_TRUE(window->isAncestorOf(editorsView));
+    player().start();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return player().getCurrentPosition() > 3100; }, PatienceMs));
+    player().stop();
+}
+
+TEST_F(ComparePlayerTest, LeavesTheEditorsApplicationAloneIfItHasItsOwn)
+{
+    delete widget;
+    auto* const layout = new QVBoxLayout(window.get());
+    layout->addWidget(&view());
+    const auto own = PlayerMedia::timelineOf(PlayerMedia::red(64, 36, 60.0));
+    player().setTimeLine(own.get());
+    player().prepareAsync();
+    player().start();
+    ASSERT_TRUE(reaches(RvKpPlayerPlaying));
+    application.setCanvasScale(1.5F);
+    application.setCanvasPosition(10.0F, 20.0F);
+    const std::unique_ptr<norvel::RvEditorTrace> trace(norvel::RvEditorTrace::create(&application));
+    ASSERT_TRUE(trace->initTrace());
+    const auto track = std::move(adopt(group()->getTracks()).front());
+    track->setAlpha(0.5F);
+    ASSERT_TRUE(trace->recordStatus());
+    {
+        RvKpApplication another;
+        another.getRvKpConfig()->setKpSize(640.0F, 640.0F);
+        QLabComparePlayer compare(&another, nullptr, true);
+        compare.show();
+        compare.setupAutoPlay(true);
+        compare.setupCompareVideoPath(m_red, m_blue, true);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return another.getPlayer()->isPlaying(); }, PatienceMs));
+        EXPECT_TRUE(player().isPlaying());
+        EXPECT_EQ(timeline(), own);
+        EXPECT_TRUE(window->isAncestorOf(&view()));
+        EXPECT_FALSE(compare.isAncestorOf(&view()));
+        trace->undo();
+        EXPECT_EQ(track->getAlpha(), 1.0F);
+        EXPECT_EQ(another.getRvKpConfig()->getKpSizeWidth(), 640.0F);
+        EXPECT_EQ(adopt(adopt(another.getPlayer()->getTimeLine())->getMixTracks()).size(), 2U);
+    }
+    EXPECT_TRUE(player().isPlaying());
+    EXPECT_EQ(application.getCanvasScale(), 1.5F);
+    EXPECT_EQ(application.getCanvasPosition(), QPointF(10, 20));
+    EXPECT_EQ(application.getRvKpConfig()->getKpSizeWidth(), 1920.0F);
+    trace->redo();
+    EXPECT_EQ(track->getAlpha(), 0.5F);
+    player().setTimeLine(nullptr);
+    EXPECT_FALSE(trace->initTrace()); // frees its descriptions
 }
 
 TEST_F(ComparePlayerTest, TheViewOutlivesIt)

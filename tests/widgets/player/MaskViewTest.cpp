@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include "DebugLines.h"
 #include "PlayerStage.h"
+
+#include "widgets/support/DebugLines.h"
 
 #include <norvel/widgets/player/LabCompareHintRightWidget.h>
 #include <norvel/widgets/player/LabCompareMaskView.h>
 
-#include <QDateTime>
 #include <QImage>
 #include <QMetaMethod>
 #include <QPaintEvent>
@@ -15,6 +15,7 @@
 #include <QSignalSpy>
 
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -81,8 +82,9 @@ protected:
     void settle() { QTest::qWait(0); }
     QImage seen() { return host->grab().toImage().convertToFormat(QImage::Format_RGB32); }
 
+    qint64 m_now = 1000000; ///< ms, what the mask view's clock says
     QWidget* host = new QWidget(window.get());
-    LabCompareMaskView* mask = new LabCompareMaskView(host);
+    LabCompareMaskView* mask = new LabCompareMaskView(host, [this] { return m_now; });
     std::vector<QPointF> told;
 };
 
@@ -271,21 +273,103 @@ TEST_F(MaskViewTest, KeepsItsSharesOfTheAreaOverANewSize)
     EXPECT_EQ(mask->iconY(), 100.0);
 }
 
-TEST_F(MaskViewTest, TellsTheLineAtMostEveryFiftyMillisecondsDuringADrag)
+TEST_F(MaskViewTest, TellsTheLineOnlyAfterMoreThanFiftyMillisecondsDuringADrag)
 {
     press(*mask, {300, 10});
     told.clear();
-    const qint64 begin = QDateTime::currentMSecsSinceEpoch();
-    int moves = 0;
-    const auto hasToldOften = [&] {
-        move(*mask, {300 + moves % 50, 10});
-        ++moves;
-        return told.size() >= 4;
+    auto isTold = [this, x = 300](qint64 laterBy) mutable {
+        m_now += laterBy;
+        move(*mask, {++x, 10});
+        return !std::exchange(told, {}).empty();
     };
-    ASSERT_TRUE(QTest::qWaitFor(hasToldOften, PatienceMs));
-    // More than 50 ms between any two of four.
-    EXPECT_GE(QDateTime::currentMSecsSinceEpoch() - begin, 3 * 51);
+    EXPECT_TRUE(isTold(0)) << "the first move";
+    EXPECT_FALSE(isTold(0));
+    EXPECT_FALSE(isTold(50)) << "50 ms later";
+    EXPECT_TRUE(isTold(1)) << "51 ms later";
+    EXPECT_FALSE(isTold(49));
+    EXPECT_FALSE(isTold(1));
+    EXPECT_TRUE(isTold(1)) << "51 ms after the last one that was told";
+    EXPECT_TRUE(isTold(51));
+    EXPECT_EQ(mask->lineX(), 308.0) << "every move moves the line";
+    release(*mask, {308, 10});
+    EXPECT_EQ(told, std::vector<QPointF>{QPointF(308, 200)}) << "a release is told at once";
+}
+
+TEST_F(MaskViewTest, GoesByTheClockOfTheSystemIfThereIsNoOther)
+{
+    LabCompareMaskView plain(host);
+    int moves = 0;
+    QObject::connect(&plain, &LabCompareMaskView::maskCompareEvent, [&] { ++moves; });
+    QMouseEvent event(QEvent::MouseMove, {5, 5}, Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&plain, &event);
+    EXPECT_EQ(moves, 1);
+    const auto isToldAgain = [&] {
+        QCoreApplication::sendEvent(&plain, &event);
+        return moves > 1;
+    };
+    EXPECT_TRUE(QTest::qWaitFor(isToldAgain, PatienceMs));
+}
+
+TEST_F(MaskViewTest, AReleaseLeavesTheDragToTheNextPress)
+{
+    press(*mask, {300, 10});
     release(*mask, {300, 10});
+    QMouseEvent held(QEvent::MouseMove, {340, 10}, Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(mask, &held);
+    EXPECT_EQ(mask->lineX(), 340.0);
+    mask->setIconImage(icon(20, 20));
+    press(*mask, {340, 200});
+    release(*mask, {340, 200});
+    QMouseEvent lower(QEvent::MouseMove, {340, 230}, Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(mask, &lower);
+    EXPECT_EQ(mask->iconY(), 230.0);
+    press(*mask, {100, 10});
+    QMouseEvent outside(QEvent::MouseMove, {140, 20}, Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(mask, &outside);
+    EXPECT_EQ(mask->lineX(), 340.0) << "the next press did not take the line";
+    EXPECT_EQ(mask->iconY(), 230.0);
+}
+
+TEST_F(MaskViewTest, CountsTheStepsOfThePointerAlsoWhereTheLineCannotFollow)
+{
+    mask->setIconImage(icon(20, 20));
+    press(*mask, {300, 200});
+    const auto moveTo = [this](int x, int y) {
+        QMouseEvent event(QEvent::MouseMove, QPointF(x, y), Qt::NoButton, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(mask, &event);
+    };
+    moveTo(700, 500);
+    EXPECT_EQ(mask->lineX(), 300.0) << "right of the view";
+    EXPECT_EQ(mask->iconY(), 200.0) << "below the view";
+    moveTo(690, 480);
+    EXPECT_EQ(mask->lineX(), 290.0) << "10 px to the left";
+    EXPECT_EQ(mask->iconY(), 180.0) << "20 px up";
+    moveTo(-50, -30);
+    EXPECT_EQ(mask->lineX(), 290.0);
+    moveTo(-20, 10);
+    EXPECT_EQ(mask->lineX(), 320.0);
+    EXPECT_EQ(mask->iconY(), 220.0);
+}
+
+TEST_F(MaskViewTest, AMoveThatDragsNothingTellsTheLineToo)
+{
+    mask->setHintRect({0, 0, 600, 400});
+    QWidget* const left = mask->leftHintWidget();
+    left->setGeometry(1, 2, 3, 4);
+    press(*mask, {500, 10});
+    settle();
+    told.clear();
+    PaintWatch watch(*mask);
+    move(*mask, {520, 30});
+    EXPECT_EQ(told, std::vector<QPointF>{QPointF(300, 200)});
+    EXPECT_EQ(left->geometry(), QRect(0, 0, 300, 120)) << "the hints are laid out";
+    settle();
+    EXPECT_EQ(watch.region & QRect(0, 130, 600, 270), QRegion(260, 130, 80, 270))
+        << "the strip is repainted";
+    move(*mask, {540, 30});
+    EXPECT_EQ(told.size(), 1U) << "no more often than in a drag";
+    release(*mask, {540, 30});
+    EXPECT_EQ(mask->lineX(), 300.0);
 }
 
 TEST_F(MaskViewTest, TellsEveryMoveWhenItIsNotThrottled)
@@ -334,6 +418,34 @@ TEST_F(MaskViewTest, GoesToTheMiddleAtOnce)
     ASSERT_TRUE(becomes({601, 400}));
     mask->moveToCenter();
     EXPECT_EQ(told.back(), QPointF(300.5, 200));
+}
+
+TEST_F(MaskViewTest, StaysInTheMiddleOverANewSize)
+{
+    EXPECT_EQ(dragged({300, 10}, {350, 10}), 350.0);
+    mask->moveToCenter();
+    host->resize(700, 600);
+    ASSERT_TRUE(becomes({700, 600}));
+    EXPECT_EQ(mask->lineX(), 350.0);
+}
+
+TEST_F(MaskViewTest, GoesToTheMiddleWhateverItsLimit)
+{
+    mask->setLimitRect({400, 0, 101, 400});
+    EXPECT_EQ(dragged({400, 10}, {450, 10}), 450.0);
+    mask->moveToCenter();
+    EXPECT_EQ(mask->lineX(), 300.0);
+    EXPECT_EQ(told.back(), QPointF(300, 200));
+}
+
+TEST_F(MaskViewTest, TakesANewSizeOfItsParentWhileItIsHidden)
+{
+    EXPECT_EQ(dragged({300, 10}, {350, 10}), 350.0);
+    mask->hide();
+    host->resize(700, 600);
+    mask->takeParentSize();
+    EXPECT_EQ(mask->size(), QSize(700, 600));
+    EXPECT_EQ(mask->lineX(), 200.0 + 0.75 * 300.0);
 }
 
 TEST_F(MaskViewTest, DrawsTheLineAndTheIconOverWhatIsBelow)

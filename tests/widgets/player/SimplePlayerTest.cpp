@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "ContextTranslator.h"
-#include "DebugLines.h"
 #include "SimplePlayerFixture.h"
+
+#include "widgets/support/DebugLines.h"
 
 #include <norvel/widgets/player/QLabPlayer.h>
 
@@ -14,6 +15,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QPointer>
+#include <QProxyStyle>
 #include <QPushButton>
 
 using namespace qrvkp;
@@ -66,7 +68,7 @@ TEST_F(SimplePlayerTest, HasTheTimeTheButtonAndAFillerInItsBar)
     EXPECT_EQ(button().minimumSize(), QSize(60, 0));
     EXPECT_EQ(button().maximumSize(), QSize(60, 60));
     EXPECT_EQ(button().styleSheet(), "border:0;color:gray;");
-    EXPECT_FALSE(button().isCheckable()) << "until there are icons";
+    EXPECT_FALSE(button().isCheckable()) << "until there are icons of the host's";
 }
 
 TEST_F(SimplePlayerTest, TranslatesItsTextsInItsOwnContext)
@@ -126,6 +128,29 @@ TEST_F(SimplePlayerTest, AClickPlaysWhatIsPaused)
     EXPECT_TRUE(player().isPlaying());
 }
 
+TEST_F(SimplePlayerTest, TheSecondClickPlaysWhatIsPreparedStoppedOrAtItsEnd)
+{
+    show();
+    setIcons(Red, Green);
+    const auto expectSecondClickPlays = [this](const char* state) {
+        SCOPED_TRACE(state);
+        EXPECT_EQ(clicked(), m_rewound);
+        ASSERT_TRUE(reaches(RvKpPlayerPaused));
+        EXPECT_EQ(player().getCurrentPosition(), 0);
+        EXPECT_EQ(iconColour(), Red);
+        EXPECT_EQ(clicked(), Calls{"RvKpPlayer::start()"});
+        EXPECT_TRUE(player().isPlaying());
+        EXPECT_EQ(iconColour(), Green);
+    };
+    prepare(60000);
+    expectSecondClickPlays("prepared");
+    player().stop();
+    expectSecondClickPlays("stopped");
+    player().seekTo(60000, true);
+    ASSERT_TRUE(reaches(RvKpPlayerCompleted));
+    expectSecondClickPlays("completed");
+}
+
 TEST_F(SimplePlayerTest, AClickOnlyRewindsAPlayerThatNeitherPlaysNorPauses)
 {
     show();
@@ -138,18 +163,18 @@ TEST_F(SimplePlayerTest, AClickOnlyRewindsAPlayerThatNeitherPlaysNorPauses)
     button().click();
     EXPECT_EQ(RvCallLog::entries(), m_rewound) << "preparing";
     ASSERT_TRUE(reaches(RvKpPlayerPrepared));
-    player().seekTo(5000, true);
     EXPECT_EQ(clicked(), m_rewound) << "prepared";
     EXPECT_EQ(player().getCurrentPosition(), 0);
-    EXPECT_EQ(player().getState(), RvKpPlayerPrepared);
+    EXPECT_FALSE(player().isPlaying());
     player().stop();
     EXPECT_EQ(clicked(), m_rewound) << "stopped";
+    EXPECT_FALSE(player().isPlaying());
     play(60000);
     player().seekTo(60000, true);
     ASSERT_TRUE(reaches(RvKpPlayerCompleted));
     EXPECT_EQ(clicked(), m_rewound) << "completed";
     EXPECT_EQ(player().getCurrentPosition(), 0);
-    EXPECT_EQ(player().getState(), RvKpPlayerCompleted);
+    EXPECT_FALSE(player().isPlaying());
 }
 
 TEST_F(SimplePlayerTest, ShowsThePositionAndTheLength)
@@ -191,6 +216,91 @@ TEST_F(SimplePlayerTest, FollowsWhatPlays)
     player().seekTo(7000, true);
     emit player().sigRenderTimeChanged(55000);
     EXPECT_EQ(time(), "00:00:07/00:01:00");
+}
+
+TEST_F(SimplePlayerTest, ShowsTheTimeOnceItIsPreparedAndAfterEveryEdit)
+{
+    prepare(14000);
+    const auto shows = [this](const std::string& text) {
+        return QTest::qWaitFor([&] { return time() == text; }, PatienceMs);
+    };
+    EXPECT_TRUE(shows("00:00:00/00:00:14")) << time();
+    const auto timeline = adopt(player().getTimeLine());
+    const auto group = std::move(adopt(timeline->getGroups()).front());
+    group->setDuration(20000);
+    EXPECT_TRUE(shows("00:00:00/00:00:20")) << time();
+    player().seekTo(17000, true);
+    EXPECT_TRUE(shows("00:00:17/00:00:20")) << time();
+    group->setDuration(9000);
+    EXPECT_TRUE(shows("00:00:09/00:00:09")) << time();
+    player().stop();
+    EXPECT_TRUE(shows("00:00:00/00:00:09")) << time();
+    player().setTimeLine(nullptr);
+    EXPECT_EQ(time(), "00:00:00/00:00:00");
+}
+
+TEST_F(SimplePlayerTest, ShowsTheStylesIconsUntilThereAreOthers)
+{
+    const auto standard = [this](QStyle::StandardPixmap icon) {
+        return widget->style()->standardIcon(icon).pixmap(16, 16).toImage();
+    };
+    const auto shown = [this] { return button().icon().pixmap(16, 16).toImage(); };
+    const QImage playIcon = standard(QStyle::SP_MediaPlay);
+    const QImage pauseIcon = standard(QStyle::SP_MediaPause);
+    ASSERT_FALSE(playIcon.isNull());
+    ASSERT_NE(playIcon, pauseIcon);
+    EXPECT_EQ(shown(), playIcon) << "idle";
+    play(60000);
+    EXPECT_EQ(shown(), pauseIcon);
+    player().pause();
+    EXPECT_EQ(shown(), playIcon) << "paused";
+    player().start();
+    EXPECT_EQ(shown(), pauseIcon);
+    player().stop();
+    EXPECT_EQ(shown(), playIcon) << "stopped";
+    play(100);
+    ASSERT_TRUE(reaches(RvKpPlayerCompleted));
+    EXPECT_EQ(shown(), playIcon) << "completed";
+    setIcons(Red, Green);
+    play(60000);
+    EXPECT_EQ(iconColour(), Green) << "no more of the style's";
+}
+
+TEST_F(SimplePlayerTest, ShowsThePauseIconOfAPlayerThatPlaysAlready)
+{
+    play(60000);
+    const QLabPlayer late(&application, nullptr);
+    const QIcon pause = late.style()->standardIcon(QStyle::SP_MediaPause);
+    EXPECT_EQ(late.findChild<QPushButton*>("playButton")->icon().pixmap(16, 16).toImage(),
+              pause.pixmap(16, 16).toImage());
+}
+
+namespace {
+
+/// A style whose media icons are of one colour.
+class ColouredStyle : public QProxyStyle
+{
+public:
+    QIcon standardIcon(StandardPixmap, const QStyleOption*, const QWidget*) const override
+    {
+        QPixmap pixmap(16, 16);
+        pixmap.fill(Qt::blue);
+        return QIcon(pixmap);
+    }
+};
+
+} // namespace
+
+TEST_F(SimplePlayerTest, ShowsTheIconsOfANewStyle)
+{
+    ColouredStyle style;
+    widget->setStyle(&style);
+    EXPECT_EQ(iconColour(), Blue);
+    setIcons(Red, Green);
+    ColouredStyle another;
+    widget->setStyle(&another);
+    EXPECT_EQ(iconColour(), Red) << "the host's stay";
+    delete widget;
 }
 
 TEST_F(SimplePlayerTest, ShowsTheSecondIconWhileItPlaysAndTheFirstOneElse)

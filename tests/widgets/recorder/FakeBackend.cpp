@@ -103,8 +103,8 @@ public:
         return true;
     }
     QMediaRecorder::State state() const override { return backend().state; }
-    QMediaRecorder::Status status() const override { return QMediaRecorder::LoadedStatus; }
-    qint64 duration() const override { return 0; }
+    QMediaRecorder::Status status() const override { return backend().status; }
+    qint64 duration() const override { return backend().duration; }
     bool isMuted() const override { return false; }
     qreal volume() const override { return 1.0; }
     void applySettings() override {}
@@ -112,7 +112,19 @@ public:
     {
         const QStringList names{"stop", "record (" + backend().audio.codec() + ")", "pause"};
         backend().calls.append(names[state]);
-        backend().state = state;
+        if (state == QMediaRecorder::RecordingState) {
+            backend().change(state, backend().isSlow ? QMediaRecorder::StartingStatus
+                                                     : QMediaRecorder::RecordingStatus);
+            if (!backend().actualLocation.isEmpty())
+                emit actualLocationChanged(backend().actualLocation);
+            if (backend().whenRecording)
+                backend().whenRecording();
+        } else if (state == QMediaRecorder::StoppedState) {
+            if (backend().whenStopping)
+                backend().whenStopping();
+            backend().change(state, backend().isSlow ? QMediaRecorder::FinalizingStatus
+                                                     : QMediaRecorder::LoadedStatus);
+        }
     }
     void setMuted(bool) override {}
     void setVolume(qreal) override {}
@@ -154,7 +166,7 @@ public:
         if (wanted == QMediaContainerControl_iid)
             return &m_container;
         if (wanted == QMediaRecorderControl_iid)
-            return &m_recorder;
+            return &recorder;
         if (wanted == QMediaAudioProbeControl_iid)
             return &probe;
         return nullptr;
@@ -162,13 +174,13 @@ public:
     void releaseControl(QMediaControl*) override {}
 
     Probe probe;
+    Recorder recorder;
 
 private:
     Inputs m_inputs;
     AudioEncoder m_audio;
     VideoEncoder m_video;
     Container m_container;
-    Recorder m_recorder;
 };
 
 } // namespace
@@ -188,9 +200,26 @@ void FakeBackend::probe(const QAudioBuffer& buffer) const
         emit service->probe.audioBufferProbed(buffer);
 }
 
-void FakeBackend::setState(QMediaRecorder::State newState)
+void FakeBackend::change(QMediaRecorder::State newState, QMediaRecorder::Status newStatus)
 {
     state = newState;
+    status = newStatus;
+    for (Service* service : services()) {
+        emit service->recorder.stateChanged(state);
+        emit service->recorder.statusChanged(status);
+    }
+}
+
+void FakeBackend::fail()
+{
+    for (Service* service : services())
+        emit service->recorder.error(QMediaRecorder::ResourceError, "as a test wants it");
+    change(QMediaRecorder::StoppedState, QMediaRecorder::LoadedStatus);
+}
+
+std::size_t FakeBackend::recorderCount()
+{
+    return services().size();
 }
 
 QMediaService* FakePlugin::create(const QString&)

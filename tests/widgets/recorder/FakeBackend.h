@@ -10,6 +10,9 @@
 #include <QUrl>
 #include <QVideoEncoderSettings>
 
+#include <cstddef>
+#include <functional>
+
 /// The platform's recorder as the tests want it: a backend of Qt Multimedia that records nothing,
 /// offers what a test says and keeps what is asked of it.
 ///
@@ -22,8 +25,12 @@ struct FakeBackend
 
     /// Shows a buffer to all probes.
     void probe(const QAudioBuffer& buffer) const;
-    /// The state, as if the backend had changed it by itself.
-    void setState(QMediaRecorder::State state);
+    /// The state and the status, as if the backend had changed them by itself.
+    void change(QMediaRecorder::State state, QMediaRecorder::Status status);
+    /// An error, which stops the recording.
+    void fail();
+    /// How many recorders there are.
+    static std::size_t recorderCount();
 
     QStringList inputs{"front", "rear"};
     QString defaultInput = "rear";
@@ -36,6 +43,17 @@ struct FakeBackend
     QString container = "as it was";
     QUrl location;
     QMediaRecorder::State state = QMediaRecorder::StoppedState;
+    QMediaRecorder::Status status = QMediaRecorder::LoadedStatus;
+    qint64 duration = 0;
+    /// Whether a recording is only starting after "record", and its file only about to be completed
+    /// after "stop": until `change`.
+    bool isSlow = false;
+    /// What a recording does when it starts; may call `change`.
+    std::function<void()> whenRecording;
+    /// What is called just before a recording stops.
+    std::function<void()> whenStopping;
+    /// The file that is written, where that is not the location.
+    QUrl actualLocation;
     /// What was done to the recorder and its settings, in order: "audio", "video", "container",
     /// "location", and "record (codec)", "pause" and "stop".
     QStringList calls;

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
+#include "FolderOfFiles.h"
 #include "RecorderPanel.h"
 #include "support/SoundSamples.h"
 #include "support/TestEnvironment.h"
@@ -11,6 +12,8 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+
+#include <memory>
 
 namespace {
 
@@ -29,30 +32,81 @@ protected:
         qputenv("ALSA_CONFIG_PATH", "/dev/null");
     }
 
-    QString path() const { return QDir(m_folder.path()).filePath("recorded"); }
+    QString path() const { return folder.path("recorded"); }
+
+    /// Starts a recording and waits until it has failed.
+    static void recordInVain(RecorderPanel& panel)
+    {
+        auto& recorder = *panel.dialog.findChild<QAudioRecorder*>();
+        panel.click();
+        EXPECT_EQ(panel.tip(), "正在录制中...") << "the dialog shows no errors";
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] {
+                return recorder.error() != QMediaRecorder::NoError &&
+                       recorder.state() == QMediaRecorder::StoppedState;
+            },
+            patienceMs));
+    }
+
+    const FolderOfFiles folder;
 
 private:
-    const QTemporaryDir m_folder;
+    const ExpectedWarning m_unknownCodec{
+        "QMediaRecorder::FormatError : Not compatible codecs and container format."};
+    const ExpectedWarnings m_noDevice{"QMediaRecorder::ResourceError : "};
 };
 
 } // namespace
 
 TEST_F(NoRecorderDeviceTest, TheDialogOpensAndNothingIsRecorded)
 {
-    const ExpectedWarning unknownCodec(
-        "QMediaRecorder::FormatError : Not compatible codecs and container format.");
-    const ExpectedWarnings noDevice("QMediaRecorder::ResourceError : ");
     RecorderPanel panel(path());
     panel.show();
-    auto& recorder = *panel.dialog.findChild<QAudioRecorder*>();
-    panel.click();
-    EXPECT_EQ(panel.tip(), "正在录制中...") << "the dialog shows no errors";
-    EXPECT_TRUE(
-        QTest::qWaitFor([&] { return recorder.error() != QMediaRecorder::NoError; }, patienceMs));
+    recordInVain(panel);
     EXPECT_EQ(panel.bar().value(), 0);
     panel.click();
     EXPECT_EQ(panel.tip(), "未开始录制");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return recorder.state() == QMediaRecorder::StoppedState; },
-                                patienceMs));
     EXPECT_TRUE(decoded(path(), 16000).empty()) << "a file of no sound, at the most";
+}
+
+TEST_F(NoRecorderDeviceTest, AFileThatIsThereSurvives)
+{
+    folder.write("recorded", "old");
+    auto panel = std::make_unique<RecorderPanel>(path());
+    panel->show();
+    for (int i = 0; i < 2; ++i) {
+        recordInVain(*panel);
+        EXPECT_EQ(folder.content("recorded"), "old") << "as soon as the recording has failed";
+        EXPECT_EQ(folder.names(), QStringList{"recorded"});
+        panel->click();
+        EXPECT_EQ(folder.content("recorded"), "old");
+    }
+    recordInVain(*panel);
+    panel.reset();
+    EXPECT_EQ(folder.content("recorded"), "old");
+    EXPECT_EQ(folder.names(), QStringList{"recorded"});
+}
+
+TEST_F(NoRecorderDeviceTest, AFileThatIsThereSurvivesADialogThatIsDestroyedAtOnce)
+{
+    folder.write("recorded", "old");
+    {
+        RecorderPanel panel(path());
+        panel.show();
+        panel.click();
+    }
+    EXPECT_EQ(folder.content("recorded"), "old");
+    EXPECT_EQ(folder.names(), QStringList{"recorded"});
+}
+
+TEST_F(NoRecorderDeviceTest, AFileThatIsThereSurvivesClicksAtOnce)
+{
+    folder.write("recorded", "old");
+    RecorderPanel panel(path());
+    panel.show();
+    for (int i = 0; i < 4; ++i)
+        panel.click();
+    panel.dialog.close();
+    EXPECT_EQ(folder.content("recorded"), "old");
+    EXPECT_EQ(folder.names(), QStringList{"recorded"});
 }

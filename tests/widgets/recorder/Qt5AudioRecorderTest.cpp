@@ -132,7 +132,7 @@ TEST_F(Qt5AudioRecorderTest, StartsFromStoppedAlone)
     EXPECT_EQ(calls(), QStringList{"record (audio/amr)"});
     recorder.startRecord();
     EXPECT_EQ(calls(), QStringList()) << "it records already";
-    backend.setState(QMediaRecorder::PausedState);
+    backend.change(QMediaRecorder::PausedState, QMediaRecorder::PausedStatus);
     recorder.startRecord();
     EXPECT_EQ(calls(), QStringList()) << "nor does it go on with a paused one";
 }
@@ -142,7 +142,7 @@ TEST_F(Qt5AudioRecorderTest, StopsUnlessItIsStopped)
     recorder.stopRecord();
     EXPECT_EQ(calls(), QStringList());
     for (const auto state : {QMediaRecorder::RecordingState, QMediaRecorder::PausedState}) {
-        backend.setState(state);
+        backend.change(state, QMediaRecorder::RecordingStatus);
         recorder.stopRecord();
         EXPECT_EQ(calls(), QStringList{"stop"});
         recorder.stopRecord();

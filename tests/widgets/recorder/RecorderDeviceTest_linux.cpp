@@ -9,16 +9,22 @@
 
 #include <gtest/gtest.h>
 
+#include <QAudioBuffer>
+#include <QAudioProbe>
 #include <QAudioRecorder>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QPointer>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTimer>
 
 #include <cmath>
+#include <functional>
 #include <memory>
+#include <string>
 
 namespace {
 
@@ -42,17 +48,54 @@ protected:
             m_panel = std::make_unique<RecorderPanel>(path());
             m_panel->bar().setFixedWidth(100);
             m_panel->show();
+            watch(m_panel->dialog);
         }
         return *m_panel;
     }
 
-    /// A click by a hand, which is never at once after the last one. The backend counts on that:
-    /// for some milliseconds of the event loop after a stop it is deaf.
-    void click()
+    /// Adds up how long the sound is that comes in from now on.
+    void watch(RecorderWgt& dialog)
     {
-        QTest::qWait(100);
-        panel().click();
+        m_heard = 0;
+        QObject::disconnect(m_watch);
+        m_watch =
+            QObject::connect(dialog.findChild<QAudioProbe*>(), &QAudioProbe::audioBufferProbed,
+                             [this](const QAudioBuffer& buffer) {
+                                 m_heard += static_cast<double>(buffer.duration()) / 1e6;
+                             });
     }
+    /// How many seconds of sound came in; some of it may have passed unseen.
+    double heard() const { return m_heard; }
+    testing::AssertionResult hearsSeconds(double seconds)
+    {
+        const double goal = m_heard + seconds;
+        const bool came = QTest::qWaitFor([&] { return m_heard >= goal; }, patienceMs);
+        return (came ? testing::AssertionSuccess() : testing::AssertionFailure())
+               << m_heard << " of " << goal << " s";
+    }
+
+    /// Whether the file has its end at this moment and no less sound than came in.
+    testing::AssertionResult isComplete(const QString& file)
+    {
+        const double length = durationOf(file);
+        const double sound = secondsOf(decoded(file, rate));
+        const bool isWhole = sound > 0 && std::abs(length - sound) < 0.1 && sound > m_heard - 0.1;
+        return (isWhole ? testing::AssertionSuccess() : testing::AssertionFailure())
+               << length << " s by its head, " << sound << " s of sound, of " << m_heard;
+    }
+
+    /// The length that a file says it has, in seconds; 0 where it says none.
+    static double durationOf(const QString& file)
+    {
+        QProcess probe;
+        probe.start("ffprobe", {"-v", "error", "-show_entries", "format=duration", "-of",
+                                "default=noprint_wrappers=1:nokey=1", file});
+        return probe.waitForFinished(patienceMs)
+                   ? probe.readAllStandardOutput().trimmed().toDouble()
+                   : 0.0;
+    }
+
+    void click() { panel().click(); }
 
     /// The platform's own recorder in the dialog.
     QAudioRecorder& qtRecorder() { return *panel().dialog.findChild<QAudioRecorder*>(); }
@@ -116,7 +159,7 @@ protected:
     /// Has the dialog record into a folder below that of the test.
     void useFolder(const QString& name) { m_subfolder = name; }
     QString path() const { return QDir(m_folder.path()).filePath(m_subfolder + "/recorded"); }
-    void closePanel() { m_panel.reset(); }
+    void destroyPanel() { m_panel.reset(); }
 
     static std::unique_ptr<SoundServer> s_server;
 
@@ -126,10 +169,38 @@ private:
     const ExpectedWarning m_unknownCodec{
         "QMediaRecorder::FormatError : Not compatible codecs and container format."};
     QString m_subfolder = ".";
+    double m_heard = 0; ///< seconds
+    QMetaObject::Connection m_watch;
     std::unique_ptr<RecorderPanel> m_panel;
 };
 
 std::unique_ptr<SoundServer> RecorderDeviceTest::s_server;
+
+/// A way to close the dialog and keep it.
+struct Way
+{
+    const char* name;
+    void (*close)(RecorderWgt&);
+};
+
+void PrintTo(const Way& way, std::ostream* stream)
+{
+    *stream << way.name;
+}
+
+class RecorderDeviceCloseTest : public RecorderDeviceTest, public testing::WithParamInterface<Way>
+{
+};
+
+const Way ways[] = {
+    {"Escape", [](RecorderWgt& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }},
+    {"Close", [](RecorderWgt& dialog) { dialog.close(); }},
+    {"Accept", [](RecorderWgt& dialog) { dialog.accept(); }},
+    {"Hide", [](RecorderWgt& dialog) { dialog.hide(); }},
+};
+
+INSTANTIATE_TEST_SUITE_P(, RecorderDeviceCloseTest, testing::ValuesIn(ways),
+                         [](const auto& way) { return std::string(way.param.name); });
 
 } // namespace
 
@@ -145,11 +216,11 @@ TEST_F(RecorderDeviceTest, RecordsWhatIsHeardWithATimeAndALevel)
     EXPECT_TRUE(hears(100));
     ASSERT_TRUE(QTest::qWaitFor([&] { return time.elapsed() > 3000; }, patienceMs));
     EXPECT_GE(panel().duration(), "00:00:03");
-    const double seconds = static_cast<double>(time.elapsed()) / 1000;
     const Samples samples = stopped();
     EXPECT_EQ(panel().duration(), "00:00:00");
     EXPECT_TRUE(isTone(samples, 440));
-    EXPECT_NEAR(secondsOf(samples), seconds, 0.7);
+    EXPECT_TRUE(isComplete(path()));
+    EXPECT_LT(secondsOf(samples), static_cast<double>(time.elapsed()) / 1000 + 0.7);
 }
 
 TEST_F(RecorderDeviceTest, TheLevelIsThatOfTheTone)
@@ -192,11 +263,94 @@ TEST_F(RecorderDeviceTest, AStopAtOnceIsNoHarm)
     EXPECT_TRUE(isTone(stopped(), 440));
 }
 
-TEST_F(RecorderDeviceTest, GoesWhileItRecords)
+TEST_F(RecorderDeviceTest, AStopAndAtOnceAStartRecordAgain)
 {
     click();
-    ASSERT_TRUE(hears(1));
-    closePanel();
+    ASSERT_TRUE(hears(50));
+    click();
+    click();
+    watch(panel().dialog);
+    EXPECT_EQ(qtRecorder().state(), QMediaRecorder::RecordingState);
+    ASSERT_TRUE(hears(100));
+    panel().dialog.close();
+    EXPECT_TRUE(isComplete(path()));
+}
+
+TEST_P(RecorderDeviceCloseTest, LeavesACompleteFileAndRecordsAgain)
+{
+    for (int i = 0; i < 2; ++i) {
+        panel().show();
+        click();
+        ASSERT_TRUE(hearsSeconds(0.5));
+        GetParam().close(panel().dialog);
+        EXPECT_TRUE(isComplete(path()));
+        EXPECT_FALSE(panel().dialog.isVisible());
+        EXPECT_FALSE(panel().button().isChecked());
+        watch(panel().dialog);
+    }
+}
+
+TEST_P(RecorderDeviceCloseTest, LeavesACompleteFileAtOnceAfterAStart)
+{
+    click();
+    GetParam().close(panel().dialog);
+    EXPECT_TRUE(isComplete(path()));
+}
+
+TEST_F(RecorderDeviceTest, LeavesACompleteFileWhenExecEnds)
+{
+    panel().dialog.hide();
+    for (const bool quits : {false, true}) {
+        watch(panel().dialog);
+        QTimer::singleShot(0, &panel().dialog, [&] {
+            QTimer::singleShot(0, &panel().dialog, [&] {
+                click();
+                EXPECT_TRUE(hearsSeconds(0.5));
+                quits ? QCoreApplication::quit() : panel().dialog.reject();
+            });
+            panel().dialog.exec();
+            EXPECT_TRUE(isComplete(path())) << quits;
+            QCoreApplication::quit();
+        });
+        QCoreApplication::exec();
+    }
+}
+
+TEST_F(RecorderDeviceTest, LeavesACompleteFileWhenItIsDestroyed)
+{
+    click();
+    ASSERT_TRUE(hearsSeconds(0.5));
+    destroyPanel();
+    EXPECT_TRUE(isComplete(path()));
+}
+
+TEST_F(RecorderDeviceTest, LeavesACompleteFileWhenItsParentIsDestroyed)
+{
+    auto window = std::make_unique<QWidget>();
+    window->show();
+    const QPointer<RecorderWgt> dialog = new RecorderWgt(path(), window.get());
+    dialog->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog));
+    watch(*dialog);
+    dialog->findChild<QPushButton*>("btnRecord")->click();
+    ASSERT_TRUE(hearsSeconds(0.5));
+    window.reset();
+    EXPECT_FALSE(dialog);
+    EXPECT_TRUE(isComplete(path()));
+}
+
+TEST_F(RecorderDeviceTest, AFileThatIsThereIsRecordedOver)
+{
+    QFile file(path());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(1000000, 'x'));
+    file.close();
+    click();
+    ASSERT_TRUE(hearsSeconds(0.5));
+    panel().dialog.close();
+    EXPECT_TRUE(isComplete(path()));
+    EXPECT_LT(QFileInfo(path()).size(), 1000000);
+    EXPECT_EQ(QFileInfo(path()).dir().entryList(QDir::Files), QStringList{"recorded"});
 }
 
 TEST_F(RecorderDeviceTest, AFileThatCannotBeWrittenIsNotRecorded)

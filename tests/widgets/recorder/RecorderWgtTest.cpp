@@ -312,7 +312,10 @@ TEST_F(RecorderWgtTest, GoesWithItsParentWhileItRecords)
     const QPointer<RecorderWgt> child = new RecorderWgt("/recorded", parent.get());
     EXPECT_EQ(child->parentWidget(), parent.get());
     child->findChild<QPushButton*>("btnRecord")->click();
+    EXPECT_EQ(FakeBackend::recorderCount(), 1U);
+    calls();
     parent.reset();
     EXPECT_TRUE(child.isNull());
-    backend.probe(QAudioBuffer(QByteArray(4, '\x7f'), QAudioFormat()));
+    EXPECT_EQ(calls(), QStringList{"stop"});
+    EXPECT_EQ(FakeBackend::recorderCount(), 0U) << "nothing is left that a sound could reach";
 }

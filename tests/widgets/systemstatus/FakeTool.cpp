@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -46,9 +47,13 @@ void log(const std::string& folder, const std::string& line)
     append(folder + "/calls.log", line + "\n");
 }
 
-void sleepAsTold(const std::string& file)
+/// Waits for as long as the file is there; not forever, for a test may end badly.
+void waitWhileThere(const std::string& file)
 {
-    std::this_thread::sleep_for(std::chrono::milliseconds(std::atoi(contentOf(file).c_str())));
+    using std::chrono::steady_clock;
+    const auto end = steady_clock::now() + std::chrono::minutes(10);
+    while (std::filesystem::exists(file) && steady_clock::now() < end)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
 }
 
 void print(const std::string& bytes)
@@ -63,10 +68,10 @@ void print(const std::string& bytes)
 } // namespace
 
 /// Stands in for a Windows tool. What it does is told by files in the folder NORVEL_FAKE_TOOLS,
-/// named by the tool and the letters of its last argument: NAME.delay, milliseconds to wait;
-/// NAME.answer, the bytes to print after that; NAME.linger, milliseconds to wait then; NAME.read,
-/// if there, to read the standard input to its end; NAME.exit, the exit code, or "crash". It writes
-/// into "calls.log" what it was called with, when it begins and when it ends.
+/// named by the tool and the letters of its last argument: NAME.hold, to wait until the file is
+/// gone; NAME.answer, the bytes to print after that; NAME.linger, to wait then until the file is
+/// gone; NAME.read, to read the standard input to its end; NAME.exit, the exit code, or "crash". It
+/// writes into "calls.log" what it was called with, when it begins and when it ends.
 int main(int argc, char** argv)
 {
     const char* variable = std::getenv("NORVEL_FAKE_TOOLS");
@@ -83,10 +88,10 @@ int main(int argc, char** argv)
     }
     log(folder, "begin " + call);
     std::cerr << "this is no output" << std::endl;
-    sleepAsTold(name + ".delay");
+    waitWhileThere(name + ".hold");
     print(contentOf(name + ".answer"));
-    sleepAsTold(name + ".linger");
-    if (std::ifstream(name + ".read").is_open())
+    waitWhileThere(name + ".linger");
+    if (std::filesystem::exists(name + ".read"))
         while (std::cin.get() != std::char_traits<char>::eof()) {
         }
     const std::string exit = contentOf(name + ".exit");

@@ -67,20 +67,25 @@ void FakeTools::answerAll()
     answer(Query::Graphics, "Name\r\r\nSome GPU\r\r\n");
 }
 
-void FakeTools::delay(Query query, int milliseconds)
+void FakeTools::hold(Query query)
 {
-    write(query, "delay", QByteArray::number(milliseconds));
+    write(query, "hold", "yes");
 }
 
-void FakeTools::delayAll(int milliseconds)
+void FakeTools::holdAll()
 {
     for (const Query query : allQueries)
-        delay(query, milliseconds);
+        hold(query);
 }
 
-void FakeTools::linger(Query query, int milliseconds)
+void FakeTools::release(Query query)
 {
-    write(query, "linger", QByteArray::number(milliseconds));
+    EXPECT_TRUE(QFile::remove(fileOf(query, "hold")));
+}
+
+void FakeTools::linger(Query query)
+{
+    write(query, "linger", "yes");
 }
 
 void FakeTools::readInput(Query query)
@@ -117,9 +122,14 @@ QString FakeTools::callOf(Query query)
     return "wmic|path|win32_VideoController|get|name";
 }
 
+QString FakeTools::fileOf(Query query, const char* what) const
+{
+    return m_folder.filePath(nameOf(query) + '.' + what);
+}
+
 void FakeTools::write(Query query, const char* what, const QByteArray& content) const
 {
-    QFile file(m_folder.filePath(nameOf(query) + '.' + what));
+    QFile file(fileOf(query, what));
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     EXPECT_EQ(file.write(content), content.size());
 }

@@ -25,11 +25,14 @@ public:
     void answer(Query query, const QByteArray& bytes);
     /// Answers to all queries, as a machine with 8 GB and a load of 12 percent gives them.
     void answerAll();
-    /// How long the tool waits before it prints, milliseconds.
-    void delay(Query query, int milliseconds);
-    void delayAll(int milliseconds);
-    /// How long the tool waits after it has printed, milliseconds.
-    void linger(Query query, int milliseconds);
+    /// Lets the tool wait before it prints, until it is released.
+    void hold(Query query);
+    void holdAll();
+    /// Lets a tool that waits go on, and those that are started later not wait. Any thread may
+    /// call it.
+    void release(Query query);
+    /// The tool does not end after it has printed.
+    void linger(Query query);
     /// The tool then waits for the end of its input.
     void readInput(Query query);
     void fail(Query query, int exitCode);
@@ -44,6 +47,7 @@ public:
     static QString callOf(Query query);
 
 private:
+    QString fileOf(Query query, const char* what) const;
     void write(Query query, const char* what, const QByteArray& content) const;
     QStringList logged(const QString& what) const;
 

@@ -57,23 +57,6 @@ TEST(ProcTextTest, CpuTimesThatCannotBeReadAre0)
     }
 }
 
-TEST(ProcTextTest, TheLoadIsTheBusyPartOfTheTimeBetween)
-{
-    EXPECT_EQ(ProcText::loadBetween({100, 1000}, {150, 1200}), 25.0);
-    EXPECT_EQ(ProcText::loadBetween({100, 1000}, {300, 1200}), 100.0);
-    EXPECT_EQ(ProcText::loadBetween({100, 1000}, {100, 1200}), 0.0);
-    EXPECT_EQ(ProcText::loadBetween({0, 0}, {1, 3}), 33.0) << "whole percent";
-    EXPECT_EQ(ProcText::loadBetween({0, 0}, {2, 3}), 67.0);
-}
-
-TEST(ProcTextTest, TheLoadStaysWithinItsBoundsWhenTimesGoBack)
-{
-    EXPECT_EQ(ProcText::loadBetween({100, 1000}, {100, 1000}), 0.0);
-    EXPECT_EQ(ProcText::loadBetween({100, 1000}, {50, 500}), 0.0);
-    EXPECT_EQ(ProcText::loadBetween({100, 1000}, {90, 1100}), 0.0);
-    EXPECT_EQ(ProcText::loadBetween({100, 1000}, {400, 1100}), 100.0);
-}
-
 TEST(ProcTextTest, InstalledMemoryIsTheTotal)
 {
     EXPECT_EQ(ProcText::installedMemory("MemTotal:       24684084 kB\nMemFree:  1 kB\n"),
@@ -93,6 +76,7 @@ TEST(ProcTextTest, InstalledMemoryThatCannotBeReadIs0)
 TEST(ProcTextTest, ResidentPagesAreTheSecondNumber)
 {
     EXPECT_EQ(ProcText::residentPages("1000 250 30 4 0 50 0\n"), 250);
+    EXPECT_EQ(ProcText::residentPages("1000 250"), 250);
     EXPECT_EQ(ProcText::residentPages(""), 0);
     EXPECT_EQ(ProcText::residentPages("1000"), 0);
     EXPECT_EQ(ProcText::residentPages("1000 many"), 0);
@@ -131,6 +115,8 @@ TEST(ProcTextTest, PciDevicesThatTheDatabaseDoesNotKnowHaveTheirNumbers)
 {
     EXPECT_EQ(ProcText::pciName(database, "0x8086\n", "0x5678\n"), "Intel Corporation 5678");
     EXPECT_EQ(ProcText::pciName(database, "0x8087\n", "0x1234\n"), "8087 1234");
+    EXPECT_EQ(ProcText::pciName(database, "0x8086", "0x12"), "Intel Corporation 12")
+        << "another number begins so";
     EXPECT_EQ(ProcText::pciName("", "0x8086\n", "0x1234\n"), "8086 1234");
     EXPECT_EQ(ProcText::pciName(database, "0xffff", "0x0001"), "Last Vendor 0001");
 }

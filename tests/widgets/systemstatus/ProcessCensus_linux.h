@@ -11,4 +11,6 @@ public:
     static int threads();
     /// The processes that it started and that are not gone, zombies included.
     static int children();
+    /// Whether the main thread waits for something; any thread may ask.
+    static bool isMainThreadAsleep();
 };

@@ -5,11 +5,15 @@
 
 #include <utility>
 
-void SourceScript::note(const QString& question)
+void SourceScript::ask(const QString& question)
 {
-    const std::lock_guard lock(m_mutex);
-    m_asked.append(question);
-    m_askedIn.append(QThread::currentThread());
+    {
+        const std::lock_guard lock(m_mutex);
+        m_asked.append(question);
+        m_askedIn.append(QThread::currentThread());
+    }
+    if (question == heldQuestion)
+        released.acquire();
 }
 
 QStringList SourceScript::asked() const
@@ -36,26 +40,24 @@ qint64 ScriptedSource::installedMemory()
 
 double ScriptedSource::cpuLoad()
 {
-    m_script->note("cpu");
-    if (m_script->waitsForRelease)
-        m_script->released.acquire();
+    m_script->ask("cpu");
     return m_script->cpuLoad;
 }
 
 qint64 ScriptedSource::processMemory()
 {
-    m_script->note("memory");
+    m_script->ask("memory");
     return m_script->processMemory;
 }
 
 QString ScriptedSource::hardwareText()
 {
-    m_script->note("hardware");
+    m_script->ask("hardware");
     return "the hardware";
 }
 
 QString ScriptedSource::graphicsText()
 {
-    m_script->note("graphics");
+    m_script->ask("graphics");
     return "the graphics";
 }

@@ -25,12 +25,13 @@ public:
     const qint64 installedMemory;
     double cpuLoad = 0.0;
     qint64 processMemory = 0;
-    /// Lets the load be measured only as often as the test releases it.
-    bool waitsForRelease = false;
+    /// The question that is answered only as often as the test releases it.
+    QString heldQuestion;
     QSemaphore released;
 
-    void note(const QString& question);
-    /// What was asked, in order.
+    /// Notes a question; waits if it is held.
+    void ask(const QString& question);
+    /// What was asked, in order: "cpu", "memory", "hardware", "graphics".
     QStringList asked() const;
     /// The threads in which it was asked for anything but the installed memory.
     QList<QThread*> askedIn() const;

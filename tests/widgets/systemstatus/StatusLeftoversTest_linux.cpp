@@ -3,6 +3,7 @@
 
 #include "FakeTools.h"
 #include "ProcessCensus_linux.h"
+#include "TickWatch.h"
 
 #include <norvel/widgets/systemstatus/ToolRunner.h>
 #include <norvel/widgets/systemstatus/systemstatus.h>
@@ -10,8 +11,11 @@
 #include <gtest/gtest.h>
 
 #include <QTest>
+#include <QThread>
 
+#include <atomic>
 #include <memory>
+#include <thread>
 
 namespace {
 
@@ -45,13 +49,39 @@ TEST_F(StatusLeftoversTest, APanelHasOneThreadWhileItLives)
 
 TEST_F(StatusLeftoversTest, APanelThatMeasuredLeavesNoThreadAndNoProcess)
 {
-    tools.delay(Query::CpuLoad, 1500);
+    tools.hold(Query::CpuLoad);
     auto panel = std::make_unique<systemstatus>(nullptr);
-    ASSERT_TRUE(QTest::qWaitFor([] { return ProcessCensus::children() == 1; }, patienceMs));
     ASSERT_TRUE(QTest::qWaitFor(
         [&] { return tools.begun().contains(FakeTools::callOf(Query::CpuLoad)); }, patienceMs));
+    EXPECT_EQ(ProcessCensus::children(), 1);
+    std::thread releaser([&] { tools.release(Query::CpuLoad); });
     panel.reset();
+    releaser.join();
     EXPECT_EQ(ProcessCensus::children(), 0);
+}
+
+TEST_F(StatusLeftoversTest, APanelThatIsDestroyedStartsNoToolAfterTheOneThatRuns)
+{
+    constexpr int looks = 50;
+    tools.hold(Query::CpuLoad);
+    TickWatch watch;
+    auto panel = std::make_unique<systemstatus>(nullptr);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return tools.begun().contains(FakeTools::callOf(Query::CpuLoad)); }, patienceMs));
+    // The worker serves it after the tool, unless it is to end.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return watch.ticks >= 2; }, patienceMs));
+    std::atomic<bool> isGoing{false};
+    std::thread releaser([&] {
+        // The main thread sleeps for so long only where the destructor waits.
+        for (int asleep = 0; asleep < looks; QThread::msleep(1))
+            asleep = isGoing && ProcessCensus::isMainThreadAsleep() ? asleep + 1 : 0;
+        tools.release(Query::CpuLoad);
+    });
+    isGoing = true;
+    panel.reset();
+    releaser.join();
+    EXPECT_EQ(tools.begun().last(), FakeTools::callOf(Query::CpuLoad));
+    EXPECT_EQ(tools.begun(), tools.ended());
 }
 
 TEST_F(StatusLeftoversTest, AHundredPanelsDestroyedAtOnceLeaveNoThreadAndNoProcess)
@@ -64,8 +94,11 @@ TEST_F(StatusLeftoversTest, AHundredPanelsDestroyedAtOnceLeaveNoThreadAndNoProce
 
 TEST_F(StatusLeftoversTest, AToolThatIsTooSlowIsGoneAfterItsRun)
 {
-    tools.delay(Query::CpuLoad, 60000);
-    norvel::ToolRunner(300).run("wmic cpu get loadpercentage");
+    tools.hold(Query::CpuLoad);
+    // However slow the machine is, one limit is long enough for the tool to begin.
+    for (int limitMs = 300; tools.begun().isEmpty() && limitMs < patienceMs; limitMs *= 2)
+        norvel::ToolRunner(limitMs).run("wmic cpu get loadpercentage");
     EXPECT_EQ(tools.begun(), QStringList{FakeTools::callOf(Query::CpuLoad)});
+    EXPECT_EQ(tools.ended(), QStringList());
     EXPECT_EQ(ProcessCensus::children(), 0);
 }

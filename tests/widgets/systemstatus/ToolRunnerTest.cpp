@@ -14,8 +14,18 @@ using norvel::ToolRunner;
 namespace {
 
 const QString loadCommand = "wmic cpu get loadpercentage";
-constexpr int longMs = 60000; // no test waits for it
+constexpr int patienceMs = 60000;
 constexpr int shortLimitMs = 400;
+
+/// What a tool that does not end has printed when its limit comes. However slow the machine is, the
+/// limit that counts is one that leaves the tool the time to print.
+QString outputUntilTheLimit()
+{
+    QString output;
+    for (int limitMs = shortLimitMs; output.isEmpty() && limitMs < patienceMs; limitMs *= 2)
+        output = ToolRunner(limitMs).run(loadCommand);
+    return output;
+}
 
 class ToolRunnerTest : public testing::Test
 {
@@ -54,18 +64,11 @@ TEST_F(ToolRunnerTest, HandsEveryWordToTheToolAsAnArgument)
     EXPECT_EQ(tools.begun(), QStringList{"wmic|a|&&|wmic|b|||c|>|d;|e f|$PATH|%PATH%"});
 }
 
-TEST_F(ToolRunnerTest, HandsArgumentsToTheToolAsTheyAre)
-{
-    ToolRunner().run("tasklist", {"/fi", "PID eq 1", "a \"b\""});
-    EXPECT_EQ(tools.begun(), QStringList{"tasklist|/fi|PID eq 1|a \"b\""});
-}
-
 TEST_F(ToolRunnerTest, KeepsTheInputOfTheToolOpen)
 {
     tools.answer(Query::CpuLoad, "asked");
     tools.readInput(Query::CpuLoad);
-    EXPECT_EQ(ToolRunner(shortLimitMs).run(loadCommand), "asked");
-    EXPECT_EQ(tools.begun().size(), 1);
+    EXPECT_EQ(outputUntilTheLimit(), "asked");
     EXPECT_EQ(tools.ended(), QStringList()) << "its input came to an end";
 }
 
@@ -83,7 +86,6 @@ TEST_F(ToolRunnerTest, AToolThatFailsGivesWhatItPrinted)
 TEST_F(ToolRunnerTest, AToolThatIsMissingGivesNothing)
 {
     EXPECT_EQ(ToolRunner().run("norvel-no-such-tool get loadpercentage"), "");
-    EXPECT_EQ(ToolRunner().run("norvel-no-such-tool", {"get"}), "");
     EXPECT_EQ(ToolRunner().run(""), "");
     EXPECT_EQ(ToolRunner().run("  "), "");
 }
@@ -91,19 +93,20 @@ TEST_F(ToolRunnerTest, AToolThatIsMissingGivesNothing)
 TEST_F(ToolRunnerTest, AToolThatIsTooSlowGivesNothing)
 {
     tools.answer(Query::CpuLoad, "late");
-    tools.delay(Query::CpuLoad, longMs);
+    tools.hold(Query::CpuLoad);
     QElapsedTimer time;
     time.start();
     EXPECT_EQ(ToolRunner(shortLimitMs).run(loadCommand), "");
     EXPECT_GE(time.elapsed(), shortLimitMs);
-    EXPECT_LT(time.elapsed(), longMs / 2);
+    EXPECT_LT(time.elapsed(), patienceMs);
+    EXPECT_EQ(tools.ended(), QStringList());
 }
 
 TEST_F(ToolRunnerTest, AToolThatIsTooSlowGivesWhatItPrintedUntilThen)
 {
     tools.answer(Query::CpuLoad, "in time");
-    tools.linger(Query::CpuLoad, longMs);
-    EXPECT_EQ(ToolRunner(2000).run(loadCommand), "in time");
+    tools.linger(Query::CpuLoad);
+    EXPECT_EQ(outputUntilTheLimit(), "in time");
     EXPECT_EQ(tools.ended(), QStringList());
 }
 

@@ -3,20 +3,29 @@
 
 #include "FakeTools.h"
 
+#include <norvel/widgets/systemstatus/ToolRunner.h>
 #include <norvel/widgets/systemstatus/ToolSystemSource.h>
 
 #include <gtest/gtest.h>
+
+#include <QCoreApplication>
 
 using norvel::ToolRunner;
 using norvel::ToolSystemSource;
 
 namespace {
 
+/// Runs tools that may take this long.
+norvel::SystemSource::CommandRunner runnerWithin(int limitMs)
+{
+    return [limitMs](const QString& commandLine) { return ToolRunner(limitMs).run(commandLine); };
+}
+
 class ToolSystemSourceTest : public testing::Test
 {
 protected:
     FakeTools tools;
-    ToolSystemSource source;
+    ToolSystemSource source{runnerWithin(ToolRunner::DefaultLimitMs)};
 };
 
 } // namespace
@@ -35,6 +44,28 @@ TEST_F(ToolSystemSourceTest, AsksOneToolForEachNumberAndText)
     EXPECT_EQ(source.graphicsText(), "Name\r\r\nSome GPU\r\r\n");
     EXPECT_EQ(tools.begun().last(), FakeTools::callOf(Query::Graphics));
     EXPECT_EQ(tools.begun().size(), 5);
+}
+
+TEST_F(ToolSystemSourceTest, RunsEveryToolByWhatItWasGiven)
+{
+    QStringList lines;
+    ToolSystemSource told([&](const QString& commandLine) {
+        lines.append(commandLine);
+        return "Capacity=" + QString::number(lines.size());
+    });
+    EXPECT_EQ(told.installedMemory(), 1);
+    EXPECT_EQ(told.cpuLoad(), 0.0);
+    EXPECT_EQ(told.processMemory(), 0);
+    EXPECT_EQ(told.hardwareText(), "Capacity=4");
+    EXPECT_EQ(told.graphicsText(), "Capacity=5");
+    const QString pid = QString::number(QCoreApplication::applicationPid());
+    EXPECT_EQ(lines,
+              (QStringList{"wmic memorychip get capacity /value", "wmic cpu get loadpercentage",
+                           "tasklist /fi \"PID eq " + pid + "\" /fo csv /nh",
+                           "wmic cpu get name, maxclockspeed, numberofcores, "
+                           "numberoflogicalprocessors && wmic memorychip get capacity",
+                           "wmic path win32_VideoController get name"}));
+    EXPECT_EQ(tools.begun(), QStringList());
 }
 
 TEST_F(ToolSystemSourceTest, SilentToolsGive0AndNoText)
@@ -59,8 +90,8 @@ TEST_F(ToolSystemSourceTest, WhatAFailingToolPrintsCounts)
 TEST_F(ToolSystemSourceTest, SlowToolsGive0)
 {
     tools.answerAll();
-    tools.delayAll(60000);
-    ToolSystemSource hasty(ToolRunner(200));
+    tools.holdAll();
+    ToolSystemSource hasty(runnerWithin(200));
     EXPECT_EQ(hasty.installedMemory(), 0);
     EXPECT_EQ(hasty.cpuLoad(), 0.0);
     EXPECT_EQ(hasty.processMemory(), 0);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include "DebugLines.h"
+#include "widgets/support/DebugLines.h"
 
 #include <QCoreApplication>
 #include <QThread>
