@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QProcess>
+#include <QThread>
 
 #include <cstring>
 #include <filesystem>
@@ -17,11 +18,24 @@ namespace {
 
 constexpr int ProcessTimeoutMs = 300000;
 
+/// Starts a program. Wine refuses that now and then, with an error of its own, when much goes on.
+void start(QProcess& process, const QString& program, const QStringList& arguments)
+{
+    constexpr int mostTries = 10;
+    constexpr int pauseMs = 200;
+    for (int i = 0; i < mostTries; ++i) {
+        process.start(program, arguments, QIODevice::ReadOnly);
+        if (process.waitForStarted(ProcessTimeoutMs))
+            return;
+        QThread::msleep(pauseMs);
+    }
+}
+
 /// Runs a program and gives what it printed; a failure of it is a test failure.
 bool run(const QString& program, const QStringList& arguments, QByteArray* output = nullptr)
 {
     QProcess process;
-    process.start(program, arguments, QIODevice::ReadOnly);
+    start(process, program, arguments);
     const bool succeeded = process.waitForFinished(ProcessTimeoutMs) &&
                            process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     if (output)
