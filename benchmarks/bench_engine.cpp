@@ -2,12 +2,20 @@
 // SPDX-License-Identifier: MIT
 
 #include "AllocationCount.h"
-#include "BenchEngine.h"
+#include "BareLoop.h"
+#include "BareReader.h"
+#include "BenchMedia.h"
+#include "BenchScene.h"
+#include "FfmpegProgram.h"
+#include "ItemCount.h"
+#include "MltPlaylist.h"
+#include "MltScene.h"
+#include "OpenFiles.h"
 #include "RatioReporter.h"
+#include "Scrub.h"
 
-#include <engine/Compositor.h>
-#include <engine/Exporter.h>
-#include <engine/MltRuntime.h>
+#include <engine/compose/Compositor.h>
+#include <engine/playback/Exporter.h>
 #include <rvkpcore/RvKpApplication.h>
 #include <rvkpcore/RvKpTrack.h>
 
@@ -17,18 +25,23 @@
 #include <QGraphicsView>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <condition_variable>
 #include <cstdio>
+#include <cstdlib>
 #include <mutex>
+#include <random>
 #include <string>
+#include <thread>
+#include <vector>
 
 using namespace rvengine;
 
 namespace {
 
-constexpr int videoFrames = 290; ///< a little less than the videos have
-constexpr int frameMs = 34;
+constexpr int videoPictures = 290; ///< a little less than the videos have
 
 constexpr QSize hd(1280, 720);
 constexpr QSize fullHd(1920, 1080);
@@ -38,21 +51,47 @@ std::string sizeName(QSize size)
     return std::to_string(size.height()) + "p";
 }
 
+/// When the picture of that number begins, to the nearest ms.
+long long timeOf(int picture)
+{
+    return std::llround(picture * 1000.0 / BenchMedia::picturesPerSecond);
+}
+
+double secondsSince(std::chrono::steady_clock::time_point start)
+{
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// Whether the pictures show the same, as far as scaling and rounding allow.
+bool areAlike(const QImage& one, const QImage& other)
+{
+    constexpr double mostDifference = 1.0; // of 255 for each byte
+    if (one.size() != other.size() || one.isNull())
+        return false;
+    long long difference = 0;
+    for (int y = 0; y < one.height(); ++y) {
+        const uchar* const left = one.constScanLine(y);
+        const uchar* const right = other.constScanLine(y);
+        for (int x = 0; x < 4 * one.width(); ++x)
+            difference += x % 4 == 3 ? 0 : std::abs(left[x] - right[x]);
+    }
+    return static_cast<double>(difference) <= mostDifference * 3.0 * one.width() * one.height();
+}
+
 /// One picture after the other, as they are played.
 void composeScene(benchmark::State& state, const Scene& scene)
 {
     Compositor compositor(makePictureSource());
     const QSize size = scene.canvas.toSize();
-    int frame = 0;
+    int picture = 0;
     for (int warmUp = 0; warmUp < 3; ++warmUp)
-        compositor.compose(scene, frame++ * frameMs, size);
+        compositor.compose(scene, timeOf(picture++), size);
+    const ItemCount items(state);
     for (auto _ : state) {
-        const QImage picture = compositor.compose(scene, frame * frameMs, size);
-        if (picture.isNull())
+        if (compositor.compose(scene, timeOf(picture), size).isNull())
             state.SkipWithError("no picture");
-        frame = (frame + 1) % videoFrames;
+        picture = (picture + 1) % videoPictures;
     }
-    state.SetItemsProcessed(state.iterations());
 }
 
 void renderByMlt(benchmark::State& state, BenchScene kind, QSize canvas)
@@ -62,15 +101,50 @@ void renderByMlt(benchmark::State& state, BenchScene kind, QSize canvas)
         state.SkipWithError(scene.problem().c_str());
         return;
     }
-    int frame = 0;
+    int picture = 0;
     for (int warmUp = 0; warmUp < 3; ++warmUp)
-        scene.render(frame++);
+        scene.render(picture++);
+    const ItemCount items(state);
     for (auto _ : state) {
-        if (!scene.render(frame))
+        if (!scene.render(picture))
             state.SkipWithError("no picture");
-        frame = (frame + 1) % videoFrames;
+        picture = (picture + 1) % videoPictures;
     }
-    state.SetItemsProcessed(state.iterations());
+}
+
+/// Whether the loop shows what the engine shows. The scene with a matte, which the loop leaves out,
+/// is taken for the same.
+bool showsTheSame(BareLoop& loop, BenchScene kind, QSize canvas)
+{
+    if (kind == BenchScene::MattedOverlay)
+        return true;
+    Compositor compositor(makePictureSource());
+    const Scene scene = benchScene(kind, canvas);
+    for (int picture = 0; picture < 20; ++picture) {
+        if (!areAlike(loop.render(), compositor.compose(scene, timeOf(picture), canvas)))
+            return false;
+    }
+    return loop.rewind();
+}
+
+void renderByBareLoop(benchmark::State& state, BenchScene kind, QSize canvas)
+{
+    BareLoop loop(kind, canvas);
+    if (!showsTheSame(loop, kind, canvas)) {
+        state.SkipWithError("the bare loop does not show what the engine shows");
+        return;
+    }
+    int picture = 0;
+    for (int warmUp = 0; warmUp < 3; ++warmUp, ++picture)
+        loop.render();
+    const ItemCount items(state);
+    for (auto _ : state) {
+        if (picture == 0 && !loop.rewind())
+            state.SkipWithError("no first picture");
+        if (loop.render().isNull())
+            state.SkipWithError("no picture");
+        picture = (picture + 1) % videoPictures;
+    }
 }
 
 void composeWithAbsentLayers(benchmark::State& state, int count)
@@ -78,6 +152,85 @@ void composeWithAbsentLayers(benchmark::State& state, int count)
     Scene scene = benchScene(BenchScene::Main, hd);
     addAbsentLayers(scene, count);
     composeScene(state, scene);
+}
+
+/// Places in the video for seeks, ms, each behind another key frame than the one before: no reader
+/// gets from one to the next without a seek.
+const std::vector<long long>& seekPlaces()
+{
+    static const auto places = [] {
+        constexpr int count = 12;
+        constexpr int keyFrames = 3;
+        std::mt19937 random(1);
+        std::vector<long long> made;
+        for (int i = 0; i < count; ++i) {
+            const auto behind = static_cast<int>(random() % BenchMedia::picturesPerKeyFrame);
+            made.push_back(timeOf(i % keyFrames * BenchMedia::picturesPerKeyFrame + behind));
+        }
+        return made;
+    }();
+    return places;
+}
+
+long long seekCount()
+{
+    return static_cast<long long>(seekPlaces().size());
+}
+
+std::shared_ptr<Layer> layerForSeeks()
+{
+    auto layer = std::make_shared<Layer>();
+    layer->source = BenchMedia::videoForSeeks(hd);
+    return layer;
+}
+
+void seekInEngine(benchmark::State& state)
+{
+    const auto layer = layerForSeeks();
+    const auto source = makePictureSource();
+    source->picture(*layer, MainLane, 0.0, hd);
+    const ItemCount items(state, seekCount());
+    for (auto _ : state) {
+        for (const long long place : seekPlaces()) {
+            if (source->picture(*layer, MainLane, static_cast<double>(place), hd).isNull())
+                state.SkipWithError("no picture");
+            source->endFrame();
+        }
+    }
+}
+
+/// Null if the file has no such picture.
+QImage bareSeek(BareReader& reader, long long place)
+{
+    constexpr double rounding = 0.0005; // what a picture may begin after its place, seconds
+    return reader.seek(static_cast<double>(place) / 1000.0 + rounding) ? reader.image(hd)
+                                                                       : QImage();
+}
+
+void seekBare(benchmark::State& state)
+{
+    const int threads = static_cast<int>(std::max(std::thread::hardware_concurrency(), 1U));
+    const auto reader = BareReader::open(BenchMedia::videoForSeeks(hd), threads);
+    if (!reader) {
+        state.SkipWithError("the file cannot be opened");
+        return;
+    }
+    {
+        const auto layer = layerForSeeks();
+        const auto source = makePictureSource();
+        for (const long long place : seekPlaces()) {
+            if (!areAlike(bareSeek(*reader, place),
+                          source->picture(*layer, MainLane, static_cast<double>(place), hd)))
+                state.SkipWithError("the bare loop does not show what the engine shows");
+        }
+    }
+    const ItemCount items(state, seekCount());
+    for (auto _ : state) {
+        for (const long long place : seekPlaces()) {
+            if (bareSeek(*reader, place).isNull())
+                state.SkipWithError("no picture");
+        }
+    }
 }
 
 /// A host that plays 1,000 clips, and what it does with them.
@@ -137,31 +290,127 @@ void moveOneClip(benchmark::State& state)
 
 void rebuildPlaylist(benchmark::State& state)
 {
-    startMltRuntime();
-    Mlt::Profile profile;
-    Mlt::Producer file(profile, BenchMedia::video(hd).c_str());
-    if (!file.is_valid()) {
-        state.SkipWithError("MLT cannot open the file");
+    MltPlaylist playlist(BenchMedia::video(hd));
+    if (!playlist.problem().empty()) {
+        state.SkipWithError(playlist.problem().c_str());
         return;
     }
     for (auto _ : state)
-        rebuildMltPlaylist(profile, file, PlayingHost::clips);
+        playlist.rebuild(PlayingHost::clips);
     state.SetItemsProcessed(state.iterations());
 }
 
-/// What the renderer holds after it has shown every clip.
-void holdManyClips(benchmark::State& state)
+/// FFmpeg's own allocations are most of what a reader holds.
+bool countsFfmpeg()
 {
+    constexpr std::size_t size = 100000;
+    const std::size_t before = heapBytes();
+    void* const bytes = av_malloc(size);
+    const bool counts = heapBytes() >= before + size;
+    av_free(bytes);
+    return counts;
+}
+
+/// The most that the renderer holds while it shows ten seconds that consist of so many clips.
+void holdClips(benchmark::State& state)
+{
+    if (!countsFfmpeg()) {
+        state.SkipWithError("the memory that FFmpeg allocates is not counted");
+        return;
+    }
     const auto clips = static_cast<int>(state.range(0));
+    constexpr int picturesShown = 1000;
     for (auto _ : state) {
         const std::size_t before = heapBytes();
-        const Scene scene = manyClips(clips, hd);
+        std::size_t most = before;
+        const Scene scene = clipsOfOneFile(clips, hd);
         Compositor compositor(makePictureSource());
-        for (const PlacedLayer& clip : scene.main)
-            benchmark::DoNotOptimize(compositor.compose(scene, clip.start, hd));
-        state.counters["bytes"] = static_cast<double>(heapBytes() - before);
+        for (int i = 0; i < picturesShown; ++i) {
+            const QImage picture =
+                compositor.compose(scene, i * scene.duration / picturesShown, hd);
+            most = std::max(most, heapBytes());
+        }
+        state.counters["bytes"] = static_cast<double>(most - before);
     }
-    state.SetItemsProcessed(state.iterations() * clips);
+    state.SetItemsProcessed(state.iterations() * picturesShown);
+}
+
+/// Clips of as many files on one main line, and how they are cut.
+struct FileCuts
+{
+    const char* name;
+    const char* description;
+    long long length;    ///< of a clip, ms
+    long long fileStart; ///< ms
+};
+
+constexpr int cutFiles = 200;
+const std::vector<FileCuts> fileCuts{
+    {"whole", "500 ms from the start of each", 500, 0},
+    {"trimmed", "500 ms from the middle of each", 500, 500},
+    {"short", "100 ms from the start of each", 100, 0},
+};
+
+/// The time is that of the slowest picture that follows a cut.
+void playManyFiles(benchmark::State& state, const FileCuts& cuts)
+{
+    const Scene scene = clipsOfFiles(cutFiles, cuts.length, cuts.fileStart, hd);
+    for (auto _ : state) {
+        Compositor compositor(makePictureSource());
+        std::vector<double> afterCuts;
+        std::size_t open = 0;
+        const std::size_t before = heapBytes();
+        std::size_t most = before;
+        for (int picture = 0; timeOf(picture) < scene.duration; ++picture) {
+            const long long time = timeOf(picture);
+            const auto start = std::chrono::steady_clock::now();
+            if (compositor.compose(scene, time, hd).isNull())
+                state.SkipWithError("no picture");
+            // The first one opens the first file, which is no cut.
+            constexpr int counted = 2;
+            if (time >= cuts.length && time % cuts.length < timeOf(counted))
+                afterCuts.push_back(secondsSince(start));
+            open = std::max(open, openFilesBelow(BenchMedia::folder()));
+            most = std::max(most, heapBytes());
+        }
+        std::sort(afterCuts.begin(), afterCuts.end());
+        state.counters["median_ms"] = 1000.0 * afterCuts[afterCuts.size() / 2];
+        state.counters["99_of_100_ms"] = 1000.0 * afterCuts[afterCuts.size() * 99 / 100];
+        state.counters["bytes"] = static_cast<double>(most - before);
+        state.counters["open_files"] = static_cast<double>(open);
+        state.SetIterationTime(afterCuts.back());
+    }
+    state.SetItemsProcessed(state.iterations());
+}
+
+/// Several scrubs, done once for all runs that are about them.
+const std::vector<ScrubResult>& scrubs()
+{
+    static const auto results = [] {
+        std::vector<ScrubResult> made;
+        constexpr int rounds = 3;
+        for (int round = 0; round < rounds; ++round)
+            made.push_back(scrub(round));
+        return made;
+    }();
+    return results;
+}
+
+/// The time is the sum of that of all scrubs, or the longest of them.
+void measureScrubs(benchmark::State& state, double ScrubResult::*time, bool isSum)
+{
+    for (auto _ : state) {
+        double seconds = 0.0;
+        for (const ScrubResult& result : scrubs()) {
+            if (!result.problem.empty())
+                state.SkipWithError(result.problem.c_str());
+            const double own = result.*time;
+            seconds = isSum ? seconds + own : std::max(seconds, own);
+            state.counters["pictures_of_100_seeks"] = 100.0 * result.pictures / result.seeks;
+        }
+        state.SetIterationTime(seconds);
+    }
+    state.SetItemsProcessed(state.iterations());
 }
 
 void waitForEnd(std::unique_ptr<Exporter>& exporter, std::mutex& mutex,
@@ -177,6 +426,7 @@ void exportScene(benchmark::State& state, QSize canvas)
 {
     const auto scene = std::make_shared<const Scene>(benchScene(BenchScene::Overlay, canvas));
     const QTemporaryDir folder;
+    const ItemCount items(state, scene->duration / 1000);
     for (auto _ : state) {
         std::mutex mutex;
         std::condition_variable told;
@@ -186,13 +436,54 @@ void exportScene(benchmark::State& state, QSize canvas)
         if (exporter->news().state != ExportState::Finished)
             state.SkipWithError("not saved");
     }
-    state.SetItemsProcessed(state.iterations() * scene->duration / 1000);
 }
 
-void realTime(benchmark::State& state)
+/// The same film by the ffmpeg program, with the same encoders.
+void exportByProgram(benchmark::State& state, QSize canvas)
+{
+    const QTemporaryDir folder;
+    const QRect area = overlayRectangle(canvas, overlayPlaces(BenchScene::Overlay).front());
+    const QString graph = QString("[1:v]scale=%1:%2,format=yuva420p,colorchannelmixer=aa=%3[over];"
+                                  "[0:v][over]overlay=%4:%5[v];[0:a][1:a]amix=normalize=0[a]")
+                              .arg(area.width())
+                              .arg(area.height())
+                              .arg(overlayAlpha)
+                              .arg(area.x())
+                              .arg(area.y());
+    const QStringList arguments{"-i",
+                                QString::fromStdString(BenchMedia::video(canvas)),
+                                "-i",
+                                QString::fromStdString(BenchMedia::video(overlayVideo)),
+                                "-filter_complex",
+                                graph,
+                                "-map",
+                                "[v]",
+                                "-map",
+                                "[a]",
+                                "-c:v",
+                                "libx264",
+                                "-preset",
+                                "veryfast",
+                                "-pix_fmt",
+                                "yuv420p",
+                                "-c:a",
+                                "aac",
+                                "-movflags",
+                                "+faststart",
+                                folder.filePath("out.mp4")};
+    constexpr int seconds = 10;
+    const ItemCount items(state, seconds);
+    for (auto _ : state) {
+        if (!runFfmpeg(arguments))
+            state.SkipWithError("the ffmpeg program cannot do it");
+    }
+}
+
+/// Something that takes so many seconds, to set others against.
+void lastFor(benchmark::State& state, double seconds)
 {
     for (auto _ : state)
-        state.SetIterationTime(1.0);
+        state.SetIterationTime(seconds);
     state.SetItemsProcessed(state.iterations());
 }
 
@@ -202,80 +493,165 @@ const std::vector<std::pair<BenchScene, std::string>> scenes{
     {BenchScene::MattedOverlay, "matted"},
 };
 
-void registerAll()
+/// What is measured is the time that passes: much of the work is done by other threads.
+template <class Function>
+benchmark::internal::Benchmark* add(const std::string& name, Function&& function)
+{
+    return benchmark::RegisterBenchmark(name.c_str(), std::forward<Function>(function))
+        ->UseRealTime()
+        ->Unit(benchmark::kMillisecond);
+}
+
+/// What tells its time by itself.
+template <class Function>
+void addOnce(const std::string& name, Function&& function)
+{
+    benchmark::RegisterBenchmark(name.c_str(), std::forward<Function>(function))
+        ->Iterations(1)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond);
+}
+
+/// The median of several runs.
+template <class Function>
+void addRepeated(const std::string& name, int repetitions, Function&& function)
+{
+    add(name, std::forward<Function>(function))->Repetitions(repetitions)->ReportAggregatesOnly();
+}
+
+void registerFrames()
 {
     for (const QSize canvas : {hd, fullHd}) {
         for (const auto& [kind, name] : scenes) {
             const std::string run = name + "/" + sizeName(canvas);
-            benchmark::RegisterBenchmark(("frame/" + run).c_str(),
-                                         [kind = kind, canvas](benchmark::State& state) {
-                                             composeScene(state, benchScene(kind, canvas));
-                                         })
-                ->UseRealTime()
-                ->Unit(benchmark::kMillisecond);
-            benchmark::RegisterBenchmark(("frame_by_mlt/" + run).c_str(),
-                                         [kind = kind, canvas](benchmark::State& state) {
-                                             renderByMlt(state, kind, canvas);
-                                         })
-                ->UseRealTime()
-                ->Unit(benchmark::kMillisecond);
+            addRepeated("frame/" + run, 3, [kind = kind, canvas](benchmark::State& state) {
+                composeScene(state, benchScene(kind, canvas));
+            });
+            addRepeated("frame_by_bare_loop/" + run, 3,
+                        [kind = kind, canvas](benchmark::State& state) {
+                            renderByBareLoop(state, kind, canvas);
+                        });
+            addRepeated("frame_by_mlt/" + run, 3, [kind = kind, canvas](benchmark::State& state) {
+                renderByMlt(state, kind, canvas);
+            });
         }
     }
     for (const int count : {0, 200})
-        benchmark::RegisterBenchmark(
-            ("absent_layers/" + std::to_string(count)).c_str(),
-            [count](benchmark::State& state) { composeWithAbsentLayers(state, count); })
-            ->UseRealTime()
-            ->Repetitions(5)
-            ->ReportAggregatesOnly()
-            ->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("move_one_of_1000", moveOneClip)
-        ->UseRealTime()
-        ->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("rebuild_by_mlt_1000", rebuildPlaylist)
-        ->UseRealTime()
-        ->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("clips_of_one_file", holdManyClips)
+        addRepeated("absent_layers/" + std::to_string(count), 5,
+                    [count](benchmark::State& state) { composeWithAbsentLayers(state, count); });
+}
+
+void registerFilms()
+{
+    for (const QSize canvas : {hd, fullHd}) {
+        addRepeated("save/" + sizeName(canvas), 3,
+                    [canvas](benchmark::State& state) { exportScene(state, canvas); });
+        addRepeated("save_by_program/" + sizeName(canvas), 3,
+                    [canvas](benchmark::State& state) { exportByProgram(state, canvas); });
+    }
+}
+
+void registerAll()
+{
+    addOnce("last/1s", [](benchmark::State& state) { lastFor(state, 1.0); });
+    addOnce("last/100ms", [](benchmark::State& state) { lastFor(state, 0.1); });
+    addOnce("last/a_picture",
+            [](benchmark::State& state) { lastFor(state, 1.0 / BenchMedia::picturesPerSecond); });
+    registerFrames();
+    addRepeated("seek", 3, seekInEngine);
+    addRepeated("seek_bare", 3, seekBare);
+    add("move_one_of_1000", moveOneClip);
+    add("rebuild_by_mlt_1000", rebuildPlaylist);
+    benchmark::RegisterBenchmark("clips_of_one_file", holdClips)
         ->Arg(1)
         ->Arg(1000)
         ->Iterations(1)
         ->Unit(benchmark::kMillisecond);
-    for (const QSize canvas : {hd, fullHd})
-        benchmark::RegisterBenchmark(
-            ("save/" + sizeName(canvas)).c_str(),
-            [canvas](benchmark::State& state) { exportScene(state, canvas); })
-            ->Iterations(1)
-            ->UseRealTime()
-            ->Unit(benchmark::kSecond);
-    benchmark::RegisterBenchmark("real_time", realTime)->Iterations(1)->UseManualTime();
+    for (const FileCuts& cuts : fileCuts)
+        addOnce(std::string("cuts/") + cuts.name,
+                [&cuts](benchmark::State& state) { playManyFiles(state, cuts); });
+    addOnce("scrub_gap",
+            [](benchmark::State& state) { measureScrubs(state, &ScrubResult::longestGap, false); });
+    addOnce("scrub_settled",
+            [](benchmark::State& state) { measureScrubs(state, &ScrubResult::settled, true); });
+    addOnce("scrub_bare_seek",
+            [](benchmark::State& state) { measureScrubs(state, &ScrubResult::bareSeek, true); });
+    registerFilms();
 }
 
-/// What the name of a run has that was measured in real time.
+/// What Google Benchmark adds to the names of runs.
 const std::string real = "/real_time";
+const std::string thrice = "/repeats:3/real_time";
+const std::string fiveTimes = "/repeats:5/real_time";
+const std::string once = "/iterations:1/manual_time";
 
-/// The promises on speed, each as a ratio of two figures of this run.
-bool printPromises(const RatioReporter& reporter)
+bool printFrames(const RatioReporter& reporter)
 {
-    std::printf("\nRatios of time\n");
     bool kept = true;
     for (const QSize canvas : {hd, fullHd}) {
         for (const auto& [kind, name] : scenes) {
             const std::string run = name + "/" + sizeName(canvas);
             kept &=
-                reporter.printRatio(run + " against MLT's own transitions", "frame/" + run + real,
-                                    "frame_by_mlt/" + run + real, 1.0 / 1.3);
+                reporter.printRatio(run + " against MLT's own transitions", "frame/" + run + thrice,
+                                    "frame_by_mlt/" + run + thrice, 0.25);
+            const char* const reference = kind == BenchScene::MattedOverlay
+                                              ? " against a bare loop without the matte"
+                                              : " against a bare loop";
+            kept &= reporter.printRatio(run + reference, "frame/" + run + thrice,
+                                        "frame_by_bare_loop/" + run + thrice, 1.3);
         }
     }
-    kept &= reporter.printRatio("200 layers of which none is seen against none",
-                                "absent_layers/200/repeats:5" + real,
-                                "absent_layers/0/repeats:5" + real, 1.05);
+    kept &=
+        reporter.printRatio("200 layers of which none is seen against none",
+                            "absent_layers/200" + fiveTimes, "absent_layers/0" + fiveTimes, 1.05);
+    return kept;
+}
+
+bool printFiles(const RatioReporter& reporter)
+{
+    bool kept = reporter.printCounterRatio("memory of 1,000 clips of one file against one clip",
+                                           "bytes", "clips_of_one_file/1000/iterations:1",
+                                           "clips_of_one_file/1/iterations:1", 1.2);
+    for (const FileCuts& cuts : fileCuts) {
+        const std::string name = std::string("cuts/") + cuts.name + once;
+        const std::string what = std::string("200 files, ") + cuts.description;
+        kept &= reporter.printRatio(what + ": longest gap, pictures", name, "last/a_picture" + once,
+                                    1.0);
+        kept &= reporter.printCounter(what + ": most open files", "open_files", name, 16.0);
+    }
+    return kept;
+}
+
+bool printFilms(const RatioReporter& reporter)
+{
+    bool kept = true;
+    for (const QSize canvas : {hd, fullHd}) {
+        const std::string run = "save/" + sizeName(canvas) + thrice;
+        const std::string what = "saving, main and overlay, " + sizeName(canvas);
+        kept &= reporter.printRatio(what + ", against real time", run, "last/1s" + once,
+                                    canvas == hd ? 0.35 : 0.8);
+        kept &= reporter.printRatio(what + ", against the ffmpeg program", run,
+                                    "save_by_program/" + sizeName(canvas) + thrice, 1.5);
+    }
+    return kept;
+}
+
+/// The promises on speed and memory, each as a ratio of two figures of this run.
+bool printPromises(const RatioReporter& reporter)
+{
+    std::printf("\nRatios of time and memory\n");
+    bool kept = printFrames(reporter);
+    kept &= reporter.printRatio("exact seek, 250 pictures a key frame, against a bare loop",
+                                "seek" + thrice, "seek_bare" + thrice, 1.1);
     kept &= reporter.printRatio("a move among 1,000 clips while playing against a new playlist",
                                 "move_one_of_1000" + real, "rebuild_by_mlt_1000" + real, 0.01);
-    for (const QSize canvas : {hd, fullHd})
-        kept &= reporter.printRatio("saving, main and overlay, " + sizeName(canvas) +
-                                        ", against real time",
-                                    "save/" + sizeName(canvas) + "/iterations:1" + real,
-                                    "real_time/iterations:1/manual_time", 1.0);
+    kept &= printFiles(reporter);
+    kept &= reporter.printRatio("scrub, 60 seeks a second: longest time without a picture, 100 ms",
+                                "scrub_gap" + once, "last/100ms" + once, 1.0);
+    // The seek that is under way may be done before the last one.
+    kept &= reporter.printRatio("scrub: from the last seek to its picture against a bare seek",
+                                "scrub_settled" + once, "scrub_bare_seek" + once, 2.0);
+    kept &= printFilms(reporter);
     return kept;
 }
 
@@ -283,5 +659,10 @@ bool printPromises(const RatioReporter& reporter)
 
 int main(int argc, char** argv)
 {
-    return runBenchmarks(argc, argv, registerAll, printPromises);
+    // What else the machine does changes from minute to minute: what is compared takes turns.
+    std::string interleaving = "--benchmark_enable_random_interleaving=true";
+    std::vector<char*> arguments(argv, argv + argc);
+    arguments.insert(arguments.begin() + 1, interleaving.data());
+    return runBenchmarks(static_cast<int>(arguments.size()), arguments.data(), registerAll,
+                         printPromises);
 }

@@ -12,8 +12,8 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 source packaging/linux/prepare.sh
 
-# MLT's transitions, a peer, load their profiles from libmlt-data.
-norvel_packages+=(libbenchmark-dev libmlt-data)
+# MLT is a peer; its transitions load their profiles from libmlt-data.
+norvel_packages+=(libbenchmark-dev libmlt++-dev libmlt-data libmlt-dev)
 
 names=("$@")
 if ((${#names[@]} == 0)); then

@@ -3,9 +3,9 @@
 
 #include <rvkpcore/RvKpPlayer.h>
 
-#include <engine/Exporter.h>
-#include <engine/Notice.h>
-#include <engine/Playback.h>
+#include <engine/playback/Exporter.h>
+#include <engine/base/Notice.h>
+#include <engine/playback/Playback.h>
 #include <rvkpcore/private/CallRecorder.h>
 #include <rvkpcore/private/SceneCapture.h>
 #include <rvkpcore/private/SceneChanges.h>

@@ -14,12 +14,13 @@ norvel_packages=(
     gstreamer1.0-plugins-bad
     gstreamer1.0-plugins-base
     gstreamer1.0-plugins-good
+    libavcodec-dev
     libavfilter-dev
     libavformat-dev
+    libavutil-dev
     libgtest-dev
-    libmlt++-dev
-    libmlt-dev
     libqt5multimedia5-plugins
+    libswresample-dev
     libswscale-dev
     locales
     ninja-build

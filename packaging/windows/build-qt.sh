@@ -15,27 +15,14 @@ fi
 prefix=$(realpath -m "$1")
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 source packaging/linux/prepare.sh
+source packaging/windows/debian-sources.sh
 norvel_packages=(dpkg-dev g++ g++-mingw-w64-x86-64-posix make perl)
 prepare_packages
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-# The sources of the archives that the machine has packages from, for this program alone.
-mkdir -p "$work/archives" "$work/lists/partial"
-for file in /etc/apt/sources.list{,.d/*}; do
-    [[ -f $file ]] || continue
-    case $file in
-    *.list) sed -n 's/^deb /deb-src /p' "$file" >"$work/archives/${file##*/}" ;;
-    *.sources) sed 's/^Types: .*/Types: deb-src/' "$file" >"$work/archives/${file##*/}" ;;
-    esac
-done
-apt_options=(-qq -o Dir::Etc::SourceList=/dev/null -o "Dir::Etc::SourceParts=$work/archives"
-    -o "Dir::State::Lists=$work/lists" -o APT::Sandbox::User=root)
-# A foreign archive that does not answer is no reason to stop: the next step tells.
-apt-get "${apt_options[@]}" update || true
-(cd "$work" && apt-get "${apt_options[@]}" source \
-    qtbase-opensource-src qtmultimedia-opensource-src)
+fetch_sources "$work" qtbase-opensource-src qtmultimedia-opensource-src
 
 # Debian's source of qtbase has no header of Wintab, hence no tablets.
 options=(

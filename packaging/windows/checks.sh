@@ -4,9 +4,9 @@
 
 # Checks of the unpacked zip. Sourced by build.sh.
 
-# What 64-bit Windows has itself, of what Qt and the compiler's runtime use.
+# What 64-bit Windows has itself, of what Qt, FFmpeg and the compiler's runtime use.
 windows_dlls=(
-    advapi32 comctl32 comdlg32 crypt32 d3d9 d3d11 dnsapi dwmapi dwrite dxgi dxva2 evr gdi32 imm32
+    advapi32 bcrypt comctl32 comdlg32 crypt32 d3d9 d3d11 dnsapi dwmapi dwrite dxgi dxva2 evr gdi32 imm32
     iphlpapi kernel32 mf mfplat mfreadwrite mpr msvcrt netapi32 ole32 oleaut32 propsys shell32
     shlwapi strmiids user32 userenv uxtheme version winmm winspool.drv ws2_32 wtsapi32
 )
@@ -64,21 +64,33 @@ check_embedding() {
     [[ ${printed//$'\r'/} == "$expected" ]]
 }
 
-# The program of the zip, on files that have nothing to measure: there is no engine.
+# The licence of FFmpeg goes with its DLLs.
+check_licenses() {
+    local folder=$1
+    [[ -f $folder/bin/avcodec-59.dll && -f $folder/LICENSE ]] &&
+        grep -q 'GNU LESSER GENERAL PUBLIC LICENSE' "$folder/licenses/ffmpeg/COPYING.LGPLv2.1"
+}
+
+# The program of the zip edits real files, and refuses one that only has the name of a video.
 check_tour() {
-    local folder=$1 files=$build/tour-files
+    local folder=$1 files=$build/tour-files make=(ffmpeg -v error -nostdin -y -f lavfi) printed
     mkdir -p "$files"
-    printf 'P3\n2 1\n255\n255 0 0  0 0 255\n' >"$files/picture.ppm"
-    printf '\0\0\0\024ftypisom\0\0\002\0isom' >"$files/video.mp4"
-    printf 'RIFF\044\0\0\0WAVE' >"$files/sound.wav"
-    QT_QPA_PLATFORM=offscreen "$wine" "$folder/bin/norvel-tour.exe" "Z:$files/picture.ppm" \
-        "Z:$files/video.mp4" "Z:$files/sound.wav" >&2
+    "${make[@]}" -i testsrc=size=320x180:rate=25:duration=3 -f lavfi -i sine=duration=3 \
+        -pix_fmt yuv420p "$files/video.mp4" >&2 || return
+    "${make[@]}" -i testsrc=size=160x120 -frames:v 1 "$files/picture.png" >&2 || return
+    "${make[@]}" -i sine=duration=2 "$files/sound.wav" >&2 || return
+    QT_QPA_PLATFORM=offscreen "$wine" "$folder/bin/norvel-tour.exe" "Z:$files/picture.png" \
+        "Z:$files/video.mp4" "Z:$files/sound.wav" >&2 || return
+    printf '\0\0\0\024ftypisom\0\0\002\0isom' >"$files/empty.mp4"
+    printed=$(QT_QPA_PLATFORM=offscreen "$wine" "$folder/bin/norvel-tour.exe" \
+        "Z:$files/empty.mp4" 2>&1) && return 1
+    [[ $printed == *"neither a video nor a picture nor a sound"* ]]
 }
 
 # run_checks FOLDER: all checks of the unpacked zip.
 run_checks() {
     local name good=0 bad=0
-    for name in exports dlls load_library consumer embedding tour; do
+    for name in exports dlls licenses load_library consumer embedding tour; do
         if "check_$name" "$@"; then
             say "   $name: passed"
             good=$((good + 1))

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 
 # Debian's cross compiler for 64-bit Windows. NORVEL_WINDOWS_PREFIXES is the list of folders that
-# hold what was built for Windows: Qt, GoogleTest.
+# hold what was built for Windows: Qt, FFmpeg, GoogleTest.
 
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
@@ -20,3 +20,10 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+
+# pkg-config sees what was built for Windows, and nothing of this machine.
+list(TRANSFORM NORVEL_WINDOWS_PREFIXES APPEND "/lib/pkgconfig" OUTPUT_VARIABLE norvel_pc_folders)
+list(JOIN norvel_pc_folders ":" norvel_pc_folders)
+set(ENV{PKG_CONFIG_LIBDIR} "${norvel_pc_folders}")
+unset(ENV{PKG_CONFIG_PATH})
+unset(ENV{PKG_CONFIG_SYSROOT_DIR})

@@ -7,13 +7,14 @@
 # The Qt modules that norvel and its consumers are built with.
 norvel_qt_modules=(Core Gui Widgets)
 
-# deploy_runtime QT FOLDER: what Qt programs need to run below FOLDER: DLLs and plugins, the
-# compiler's own DLLs, and fonts for the offscreen platform, which asks Windows for none.
+# deploy_runtime QT FFMPEG FOLDER: what programs need to run below FOLDER: the DLLs and plugins of
+# Qt, the DLLs of FFmpeg and of the compiler, and fonts for the offscreen platform, which asks
+# Windows for none.
 deploy_runtime() {
-    local qt=$1 folder=$2
+    local qt=$1 ffmpeg=$2 folder=$3
     local compiler=/usr/lib/gcc/x86_64-w64-mingw32/12-posix
     mkdir -p "$folder/bin" "$folder/lib/fonts"
-    cp -u "$qt"/bin/*.dll "$compiler"/libstdc++-6.dll "$compiler"/libgcc_s_seh-1.dll \
+    cp -u "$qt"/bin/*.dll "$ffmpeg"/bin/*.dll "$compiler"/libstdc++-6.dll "$compiler"/libgcc_s_seh-1.dll \
         /usr/x86_64-w64-mingw32/lib/libwinpthread-1.dll "$folder/bin"
     cp -ru "$qt/plugins" "$folder"
     # By this file Qt knows that the folder above its DLLs is its own, where its plugins are.
@@ -39,12 +40,14 @@ deploy_qt_development() {
     cp "$qt/lib/libqtmain.a" "$folder/lib"
 }
 
-# make_package QT BUILD FOLDER: all of the zip below FOLDER, with what BUILD installs.
+# make_package QT FFMPEG BUILD FOLDER: all of the zip below FOLDER, with what BUILD installs.
 make_package() {
-    local qt=$1 build=$2 folder=$3
+    local qt=$1 ffmpeg=$2 build=$3 folder=$4
     rm -rf "$folder"
     cmake --install "$build" --prefix "$folder" --strip
-    deploy_runtime "$qt" "$folder"
+    deploy_runtime "$qt" "$ffmpeg" "$folder"
     deploy_qt_development "$qt" "$folder"
+    mkdir -p "$folder/licenses/ffmpeg"
+    cp "$ffmpeg"/{COPYING.LGPLv2.1,LICENSE.md} "$folder/licenses/ffmpeg"
     cp LICENSE "$folder"
 }

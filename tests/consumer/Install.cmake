@@ -27,7 +27,7 @@ endif()
 foreach(file IN LISTS texts)
     file(READ "${file}" text)
     foreach(secret "${SOURCE_DIR}" "${BUILD_DIR}" "${PREFIX}" norvel_engine norvel_warnings
-            NORVEL_ENGINE norvel_internals mlt sanitize "/private/")
+            NORVEL_ENGINE norvel_internals avcodec sanitize "/private/")
         string(FIND "${text}" "${secret}" place)
         if(NOT place EQUAL -1)
             message(SEND_ERROR "${file} knows of '${secret}'")

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/ColorTable.h>
+#include <engine/compose/ColorTable.h>
 
 #include <gtest/gtest.h>
 

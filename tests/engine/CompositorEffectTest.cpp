@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/Compositor.h>
+#include <engine/compose/Compositor.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/EffectCache.h>
+#include <engine/compose/EffectCache.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/LayerGeometry.h>
+#include <engine/compose/LayerGeometry.h>
 
 #include <gtest/gtest.h>
 

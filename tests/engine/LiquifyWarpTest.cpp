@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/LiquifyWarp.h>
+#include <engine/compose/LiquifyWarp.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/LocalFile.h>
+#include <engine/media/LocalFile.h>
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <engine/MonotonicClock.h>
+#include <engine/base/MonotonicClock.h>
 
 /// A clock that stands until a test moves it. It must outlive those that go by it.
 class ManualClock

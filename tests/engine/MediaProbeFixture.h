@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <engine/MediaProbe.h>
+#include <engine/media/MediaProbe.h>
 
 #include <gtest/gtest.h>
 

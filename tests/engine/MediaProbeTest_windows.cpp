@@ -3,6 +3,7 @@
 
 // Which files the probe opens where files are shared and named as on Windows.
 
+#include "HeldFile_windows.h"
 #include "MediaProbeFixture.h"
 #include "support/TestMedia.h"
 
@@ -10,35 +11,11 @@
 
 #include <string>
 
-#include <qt_windows.h>
-
-namespace {
-
-/// Nobody else can open the file while an object of this lives.
-class HeldFile
-{
-public:
-    explicit HeldFile(const std::string& path)
-        : m_handle(CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
-                               FILE_ATTRIBUTE_NORMAL, nullptr))
-    {
-        EXPECT_NE(m_handle, INVALID_HANDLE_VALUE);
-    }
-    ~HeldFile() { CloseHandle(m_handle); }
-    HeldFile(const HeldFile&) = delete;
-    HeldFile& operator=(const HeldFile&) = delete;
-
-private:
-    const HANDLE m_handle;
-};
-
-} // namespace
-
 TEST_F(MediaProbeTest, RefusesAFileThatAnotherHoldsUntilItIsFree)
 {
     const std::string path = TestMedia::picture(folder(), "a.png", 120, 80);
     {
-        const HeldFile held(path);
+        const HeldFile held(path, GENERIC_READ, 0);
         expectNothing(path);
     }
     EXPECT_EQ(width(path), 120);
@@ -46,7 +23,9 @@ TEST_F(MediaProbeTest, RefusesAFileThatAnotherHoldsUntilItIsFree)
 
 TEST_F(MediaProbeTest, RefusesADevice)
 {
-    expectNothing("NUL");
-    expectNothing("CON");
+    for (const char* name :
+         {"NUL", "CON", "C:\\NUL", "\\\\.\\NUL", "\\\\?\\NUL", "\\\\.\\pipe\\a.mp4",
+          "\\\\?\\pipe\\a.mp4", "\\\\?\\GLOBALROOT\\Device\\Null"})
+        expectNothing(name);
     EXPECT_EQ(m_probe.probedCount(), 0U);
 }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/MediaProbe.h>
+#include <engine/media/MediaProbe.h>
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <engine/PictureSource.h>
+#include <engine/media/PictureSource.h>
 
 #include <QColor>
 

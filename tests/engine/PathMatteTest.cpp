@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/PathMatte.h>
+#include <engine/compose/PathMatte.h>
 
 #include <gtest/gtest.h>
 

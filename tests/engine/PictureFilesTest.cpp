@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/PictureFiles.h>
+#include <engine/media/PictureFiles.h>
 
 #include <gtest/gtest.h>
 

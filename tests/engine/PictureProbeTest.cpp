@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/MediaProbe.h>
+#include <engine/media/MediaProbe.h>
 
 #include <gtest/gtest.h>
 
@@ -147,7 +147,7 @@ TEST_F(PictureProbeTest, TakesAMovingGif)
     EXPECT_EQ(size(path), "120x80");
 }
 
-TEST_F(PictureProbeTest, LeavesAPictureUnrotated)
+TEST_F(PictureProbeTest, TurnsAPhotographAsItsCameraWasTurned)
 {
     // The orientation tag 6 of a minimal Exif segment: to be shown turned by 90 degrees.
     const QByteArray jpeg = TestMedia::content(TestMedia::picture(folder(), "a.jpg", 120, 80));
@@ -156,7 +156,7 @@ TEST_F(PictureProbeTest, LeavesAPictureUnrotated)
                                                 "00000000");
 
     EXPECT_EQ(size(TestMedia::file(folder(), "b.jpg", jpeg.left(2) + exif + jpeg.mid(2))),
-              "120x80");
+              "80x120");
 }
 
 TEST_F(PictureProbeTest, TakesAScalablePictureOnlyWhereThereAreFonts)

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/Compositor.h>
-#include <engine/Exporter.h>
-#include <engine/SoundMixer.h>
+#include <engine/compose/Compositor.h>
+#include <engine/playback/Exporter.h>
+#include <engine/sound/SoundMixer.h>
 
 #include <gtest/gtest.h>
 

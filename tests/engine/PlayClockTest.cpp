@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/PlayClock.h>
+#include <engine/playback/PlayClock.h>
 
 #include <gtest/gtest.h>
 

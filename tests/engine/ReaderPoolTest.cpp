@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/ReaderPool.h>
+#include <engine/media/ReaderPool.h>
 
 #include <gtest/gtest.h>
 
@@ -37,7 +37,8 @@ protected:
 
     WarningCapture m_warnings;
     ManualClock m_clock;
-    rvengine::ReaderPool<Reader> m_pool{m_clock.clock()};
+    rvengine::Interrupt m_interrupt;
+    rvengine::ReaderPool<Reader> m_pool{m_clock.clock(), m_interrupt};
     int m_opened = 0;
 };
 
@@ -116,6 +117,34 @@ TEST_F(ReaderPoolTest, ClosesAReaderThatNobodyUsedForLong)
     EXPECT_EQ(m_pool.size(), 0U);
 }
 
+TEST_F(ReaderPoolTest, KeepsTheReadersThatWereUsedLastOfManyThatNobodyUses)
+{
+    constexpr int most = static_cast<int>(rvengine::ReaderPool<Reader>::MostIdle);
+    for (int i = 0; i < 3 * most; ++i) {
+        take(std::to_string(i), 1);
+        endRounds(1);
+        EXPECT_LE(m_pool.size(), rvengine::ReaderPool<Reader>::MostIdle + 1);
+    }
+    const int opened = m_opened;
+    for (int i = 2 * most; i < 3 * most; ++i)
+        take(std::to_string(i), 1);
+    EXPECT_EQ(m_opened, opened);
+    take("0", 1);
+    EXPECT_EQ(m_opened, opened + 1);
+}
+
+TEST_F(ReaderPoolTest, KeepsAllReadersThatAreInUse)
+{
+    constexpr int many = 3 * static_cast<int>(rvengine::ReaderPool<Reader>::MostIdle);
+    for (int round = 0; round < 3; ++round) {
+        for (int i = 0; i < many; ++i)
+            take(std::to_string(i), 1);
+        endRounds(1);
+    }
+
+    EXPECT_EQ(m_opened, many);
+}
+
 TEST_F(ReaderPoolTest, WarnsOnceAndDoesNotTryAgainAtOnce)
 {
     for (int round = 0; round < 10; ++round) {
@@ -130,4 +159,11 @@ TEST_F(ReaderPoolTest, WarnsOnceAndDoesNotTryAgainAtOnce)
     EXPECT_EQ(m_opened, 2);
     EXPECT_EQ(m_pool.size(), 0U);
     EXPECT_EQ(m_warnings.take(), QStringList{"cannot read the media file missing"});
+}
+
+TEST_F(ReaderPoolTest, SaysNothingOfAFileWhoseOpeningIsInterrupted)
+{
+    m_interrupt.raise();
+    EXPECT_EQ(take("missing", 1), nullptr);
+    EXPECT_EQ(m_warnings.take(), QStringList{});
 }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/RenderGate.h>
+#include <engine/playback/RenderGate.h>
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <engine/Scene.h>
+#include <engine/scene/Scene.h>
 
 #include <QPointF>
 #include <QSizeF>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/SoundMixer.h>
+#include <engine/sound/SoundMixer.h>
 
 #include <gtest/gtest.h>
 

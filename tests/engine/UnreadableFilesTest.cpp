@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The norvel developers
 // SPDX-License-Identifier: MIT
 
-#include <engine/UnreadableFiles.h>
+#include <engine/media/UnreadableFiles.h>
 
 #include <gtest/gtest.h>
 

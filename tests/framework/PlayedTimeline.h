@@ -37,7 +37,7 @@ protected:
     static constexpr int CanvasWidth = 320;
     static constexpr int CanvasHeight = 180;
     /// What a loaded machine may need for anything.
-    static constexpr int PatienceMs = 20000;
+    static constexpr int PatienceMs = 120000;
     /// In which several pictures would come, when a test says that there are none.
     static constexpr int QuietMs = 150;
 

@@ -56,7 +56,7 @@ public:
 class PlayerPairTest : public testing::Test
 {
 protected:
-    static constexpr int PatienceMs = 20000;
+    static constexpr int PatienceMs = 120000;
 
     static bool playsTo(Host& host, int number)
     {
@@ -97,9 +97,9 @@ TEST_F(PlayerPairTest, EachHasItsOwnStateAndPosition)
     EXPECT_TRUE(playsTo(first, 5));
     EXPECT_EQ(second.player().getState(), RvKpPlayerIdle);
     EXPECT_EQ(second.player().getCurrentPosition(), 0);
-    second.play();
     first.player().pause();
     const long long position = first.player().getCurrentPosition();
+    second.play();
     EXPECT_TRUE(playsTo(second, 10));
     EXPECT_TRUE(first.player().isPaused());
     EXPECT_EQ(first.player().getCurrentPosition(), position);

@@ -214,6 +214,7 @@ TEST_F(PlayerSaveTest, TellsWhyAFileCannotBeSaved)
     }
     EXPECT_EQ(m_finished.size() + m_cancelled.size(), 0);
     EXPECT_EQ(TestMedia::content(source), before);
+    application.reset(); // nobody reads the file when its folder goes
 }
 
 TEST_F(PlayerSaveTest, GoesWithItsApplicationWhileItSaves)

@@ -29,7 +29,7 @@ namespace {
 
 constexpr long long longest = std::numeric_limits<long long>::max();
 /// What a loaded machine may need for anything.
-constexpr int patienceMs = 20000;
+constexpr int patienceMs = 120000;
 /// Long enough for several ticks, when a test says that there are none.
 constexpr int quietMs = 200;
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Reference.h"
-#include "support/SoundServer_linux.h"
+#include "support/PlayedSound.h"
 #include "support/TestMedia.h"
 
 #include <rvkpcore/RvAudioTrack.h>
@@ -24,8 +24,8 @@ using namespace qrvkp;
 
 namespace {
 
-constexpr int patienceMs = 20000;
-constexpr int rate = SoundServer::Rate;
+constexpr int patienceMs = 120000;
+constexpr int rate = PlayedSound::Rate;
 constexpr int channels = 2;
 constexpr double pi = 3.14159265358979323846;
 
@@ -35,19 +35,19 @@ class SoundDeviceTest : public testing::Test
 protected:
     static void SetUpTestSuite()
     {
-        s_server = std::make_unique<SoundServer>();
+        s_played = std::make_unique<PlayedSound>();
         s_folder = std::make_unique<QTemporaryDir>();
     }
 
     static void TearDownTestSuite()
     {
-        s_server.reset();
+        s_played.reset();
         s_folder.reset();
     }
 
     void SetUp() override
     {
-        ASSERT_TRUE(server().record());
+        ASSERT_TRUE(played().record());
         appendTone("low.wav", 440);
         appendTone("high.wav", 1000);
         m_player->setTimeLine(m_timeline.get());
@@ -56,7 +56,7 @@ protected:
                                     patienceMs));
     }
 
-    static SoundServer& server() { return *s_server; }
+    static PlayedSound& played() { return *s_played; }
 
     void appendTone(const QString& name, int frequency)
     {
@@ -72,7 +72,7 @@ protected:
     {
         return QTest::qWaitFor(
             [&] {
-                const Samples samples = server().next(4800);
+                const Samples samples = played().next(4800);
                 return amplitudeAt(samples, frequency, rate) >
                            0.9 * std::sqrt(2.0) * levelOf(samples) &&
                        levelOf(samples) > 0.05;
@@ -82,7 +82,7 @@ protected:
 
     bool hearsNothing()
     {
-        return QTest::qWaitFor([&] { return levelOf(server().next(4800)) == 0.0; }, patienceMs);
+        return QTest::qWaitFor([&] { return levelOf(played().next(4800)) == 0.0; }, patienceMs);
     }
 
     static constexpr long long LowMs = 4000; ///< how long each tone is
@@ -112,11 +112,11 @@ private:
         return path.toStdString();
     }
 
-    static std::unique_ptr<SoundServer> s_server;
+    static std::unique_ptr<PlayedSound> s_played;
     static std::unique_ptr<QTemporaryDir> s_folder;
 };
 
-std::unique_ptr<SoundServer> SoundDeviceTest::s_server;
+std::unique_ptr<PlayedSound> SoundDeviceTest::s_played;
 std::unique_ptr<QTemporaryDir> SoundDeviceTest::s_folder;
 
 } // namespace
@@ -125,14 +125,14 @@ TEST_F(SoundDeviceTest, PlaysATonePureAndAtItsLevelAndIsSilentWhenPaused)
 {
     m_player->start();
     ASSERT_TRUE(hears(440.0));
-    const Samples samples = server().next(rate);
+    const Samples samples = played().next(rate);
     EXPECT_NEAR(amplitudeAt(samples, 440.0, rate), 0.5, 0.01);
     EXPECT_NEAR(levelOf(samples), 0.5 / std::sqrt(2.0), 0.01) << "nothing but the tone";
-    const std::size_t before = server().recorded();
+    const std::size_t before = played().recorded();
     m_player->pause();
     EXPECT_TRUE(hearsNothing());
-    EXPECT_LT(server().recorded() - before, std::size_t(rate)) << "it is silent at once";
-    EXPECT_EQ(levelOf(server().next(rate / 4)), 0.0);
+    EXPECT_LT(played().recorded() - before, std::size_t(rate)) << "it is silent at once";
+    EXPECT_EQ(levelOf(played().next(rate / 4)), 0.0);
     m_player->start();
     EXPECT_TRUE(hears(440.0));
     m_player->stop();
@@ -165,7 +165,7 @@ TEST_F(SoundDeviceTest, HearsWhatThePositionSaysAfterASeek)
     m_player->seekTo(LowMs - 700, true);
     long long position = 0;
     const auto isHigh = [&] {
-        const Samples samples = server().next(960);
+        const Samples samples = played().next(960);
         position = m_player->getCurrentPosition();
         return amplitudeAt(samples, 1000.0, rate) > 0.25;
     };

@@ -56,6 +56,30 @@ Room widgetsRoom(const std::string& source)
             {}};
 }
 
+/// A room of the engine: it knows itself and those below it; the media room alone knows FFmpeg.
+Room engineRoom(const std::string& source)
+{
+    const Names base{"engine/base/"};
+    const Names scene = with(base, {"engine/scene/"});
+    const Names media = with(scene, {"engine/media/"});
+    const std::string folder = "framework/engine/";
+    if (startsWith(source, folder + "base/"))
+        return {base, {}};
+    if (startsWith(source, folder + "scene/"))
+        return {scene, {}};
+    if (startsWith(source, folder + "media/"))
+        return {with(media, {"libavcodec/", "libavfilter/", "libavformat/", "libavutil/",
+                             "libswresample/", "libswscale/"}),
+                {}};
+    if (startsWith(source, folder + "compose/"))
+        return {with(media, {"engine/compose/"}), {}};
+    if (startsWith(source, folder + "sound/"))
+        return {with(media, {"engine/sound/"}), {}};
+    if (startsWith(source, folder + "playback/"))
+        return {{"engine/"}, {}};
+    return {}; // nothing stands beside the rooms
+}
+
 Room roomOf(const std::string& source)
 {
     const Names values{"kparextension/KpARTypes.h", "kparextension/RvARFaceGroupData.h",
@@ -77,9 +101,7 @@ Room roomOf(const std::string& source)
         return {{"rvkpcore/", "engine/"}, {}};
     if (startsWith(source, "framework/kparextension/"))
         return {framework, {}};
-    return {{"engine/", "mlt++/", "framework/mlt", "libavfilter/", "libavformat/", "libavutil/",
-             "libswscale/"},
-            {}}; // the engine itself
+    return engineRoom(source);
 }
 
 /// Whether a name of another folder, which is thus no standard header, is one the room may include.

@@ -98,7 +98,7 @@ TEST_F(PlantedTreeTest, LetsTimelineKnowAttributeAndThePublicFramework)
     EXPECT_FALSE(isAllowed(source, "<norvel/widgets/canvas/CanvasViewer.h>"));
     EXPECT_FALSE(isAllowed(source, "<rvkpcore/private/NativeTrack.h>"));
     EXPECT_FALSE(isAllowed(source, "<kparextension/private/NativeARTrack.h>"));
-    EXPECT_FALSE(isAllowed(source, "<engine/MediaProbe.h>"));
+    EXPECT_FALSE(isAllowed(source, "<engine/media/MediaProbe.h>"));
     EXPECT_FALSE(isAllowed(source, "<support/DescriptionComparison.h>"));
 }
 
@@ -131,24 +131,55 @@ TEST_F(PlantedTreeTest, KeepsTheRoomsOfTheWidgetsApart)
 
 TEST_F(PlantedTreeTest, KeepsTheFrameworkBelowTheLibraryAndInItsOrder)
 {
-    EXPECT_TRUE(isAllowed("framework/rvkpcore/A.cpp", "<engine/MediaProbe.h>"));
+    EXPECT_TRUE(isAllowed("framework/rvkpcore/A.cpp", "<engine/media/MediaProbe.h>"));
     EXPECT_TRUE(isAllowed("framework/kparextension/A.cpp", "<rvkpcore/private/NativeTrack.h>"));
-    EXPECT_TRUE(isAllowed("framework/engine/A.cpp", "<mlt++/Mlt.h>"));
 
     EXPECT_FALSE(isAllowed("framework/rvkpcore/A.cpp", "<norvel/global.h>"));
     EXPECT_FALSE(isAllowed("framework/rvkpcore/A.cpp", "<kparextension/KpARTypes.h>"));
-    EXPECT_FALSE(isAllowed("framework/rvkpcore/A.cpp", "<mlt++/Mlt.h>"));
-    EXPECT_FALSE(isAllowed("framework/kparextension/A.cpp", "<engine/MediaProbe.h>"));
-    EXPECT_FALSE(isAllowed("framework/engine/A.cpp", "<rvkpcore/RvITrack.h>"));
+    EXPECT_FALSE(isAllowed("framework/rvkpcore/A.cpp", "<libavcodec/avcodec.h>"));
+    EXPECT_FALSE(isAllowed("framework/kparextension/A.cpp", "<engine/media/MediaProbe.h>"));
+    EXPECT_FALSE(isAllowed("framework/engine/playback/A.cpp", "<rvkpcore/RvITrack.h>"));
+}
+
+TEST_F(PlantedTreeTest, KeepsTheRoomsOfTheEngineInTheirOrder)
+{
+    const std::vector<std::string> upwards{"base", "scene", "media", "compose", "playback"};
+    for (std::size_t from = 0; from < upwards.size(); ++from) {
+        for (std::size_t to = 0; to < upwards.size(); ++to) {
+            EXPECT_EQ(isAllowed("framework/engine/" + upwards[from] + "/A.cpp",
+                                "<engine/" + upwards[to] + "/B.h>"),
+                      to <= from)
+                << upwards[from] << " to " << upwards[to];
+        }
+    }
+    EXPECT_TRUE(isAllowed("framework/engine/sound/A.cpp", "<engine/media/B.h>"));
+    EXPECT_TRUE(isAllowed("framework/engine/playback/A.cpp", "<engine/sound/B.h>"));
+    EXPECT_FALSE(isAllowed("framework/engine/sound/A.cpp", "<engine/compose/B.h>"));
+    EXPECT_FALSE(isAllowed("framework/engine/compose/A.cpp", "<engine/sound/B.h>"));
+    EXPECT_FALSE(isAllowed("framework/engine/media/A.cpp", "<engine/sound/B.h>"));
+    EXPECT_FALSE(isAllowed("framework/engine/A.cpp", "<engine/base/B.h>"));
+}
+
+TEST_F(PlantedTreeTest, LetsTheMediaRoomAloneKnowFfmpeg)
+{
+    for (const char* name :
+         {"<libavcodec/avcodec.h>", "<libavfilter/avfilter.h>", "<libavformat/avformat.h>",
+          "<libavutil/frame.h>", "<libswresample/swresample.h>", "<libswscale/swscale.h>"}) {
+        EXPECT_TRUE(isAllowed("framework/engine/media/A.cpp", name)) << name;
+        for (const char* room : {"base", "scene", "compose", "sound", "playback"}) {
+            EXPECT_FALSE(isAllowed(std::string("framework/engine/") + room + "/A.cpp", name))
+                << room << " " << name;
+        }
+    }
 }
 
 TEST_F(PlantedTreeTest, LetsAPublicHeaderIncludePublicHeadersAlone)
 {
     EXPECT_TRUE(isAllowed("framework/rvkpcore/Public.h", "<rvkpcore/rvkpcore_export.h>"));
-    EXPECT_TRUE(isAllowed("framework/rvkpcore/Other.h", "<engine/MediaProbe.h>"));
+    EXPECT_TRUE(isAllowed("framework/rvkpcore/Other.h", "<engine/media/MediaProbe.h>"));
     EXPECT_TRUE(isAllowed("norvel/attribute/Other.h", "<norvel/attribute/RecordJson.h>"));
 
-    EXPECT_FALSE(isAllowed("framework/rvkpcore/Public.h", "<engine/MediaProbe.h>"));
+    EXPECT_FALSE(isAllowed("framework/rvkpcore/Public.h", "<engine/media/MediaProbe.h>"));
     EXPECT_FALSE(isAllowed("norvel/attribute/Public.h", "<norvel/attribute/RecordJson.h>"));
 }
 

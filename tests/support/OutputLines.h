@@ -6,8 +6,8 @@
 #include <QByteArray>
 #include <QStringList>
 
-/// The lines that a program printed in UTF-8, without those that are empty. Programs end their lines
-/// as the system does.
+/// The lines that a program printed in UTF-8, without those that are empty. Programs end their
+/// lines as the system does.
 inline QStringList outputLines(const QByteArray& output)
 {
     return QString::fromUtf8(output).remove('\r').split('\n', Qt::SkipEmptyParts);

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int patienceMs = 20000;
+constexpr int patienceMs = 120000;
 constexpr double pi = 3.14159265358979323846;
 
 } // namespace

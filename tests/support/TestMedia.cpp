@@ -9,6 +9,7 @@
 #include <QProcess>
 #include <QThread>
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -79,6 +80,12 @@ QStringList card(int width, int height, const QString& frameRate)
 
 } // namespace
 
+std::string TestMedia::made(const QString& folder, const QString& name,
+                            const QStringList& arguments)
+{
+    return encode(QDir(folder).filePath(name), arguments);
+}
+
 std::string TestMedia::video(const QString& folder, const QString& name, int width, int height,
                              const QString& frameRate, double seconds, bool withSound)
 {
@@ -94,13 +101,13 @@ std::string TestMedia::numberedVideo(const QString& folder, const QString& name,
                                      const QStringList& codec)
 {
     // One px for each bar, enlarged without a transition.
-    const QString bars =
-        QString("color=black:s=%1x1:r=%2,format=gray,"
-                "geq=lum='if(mod(floor(N/pow(2\\,X))\\,2)\\,255\\,0)',scale=%3:%4:flags=neighbor")
-            .arg(NumberBars)
-            .arg(frameRate)
-            .arg(width)
-            .arg(height);
+    const QString bars = QString("color=black:s=%1x1:r=%2,format=gray,"
+                                 "geq=lum='if(mod(floor(N/"
+                                 "pow(2\\,X))\\,2)\\,255\\,0)',scale=%3:%4:flags=neighbor,setsar=1")
+                             .arg(NumberBars)
+                             .arg(frameRate)
+                             .arg(width)
+                             .arg(height);
     return encode(QDir(folder).filePath(name),
                   lavfi(bars) + QStringList{"-frames:v", QString::number(frames)} + codec);
 }
@@ -122,12 +129,13 @@ int TestMedia::frameNumber(const QImage& picture, QRect area)
 }
 
 std::string TestMedia::turnedVideo(const std::string& source, const QString& folder,
-                                   const QString& name)
+                                   const QString& name, int degrees)
 {
     const std::string path =
         encode(QDir(folder).filePath(name), {"-i", QString::fromStdString(source), "-c", "copy",
-                                             "-metadata:s:v:0", "rotate=90"});
-    EXPECT_TRUE(streamEntry(path, "v", "width:stream_side_data=rotation").endsWith("90")) << path;
+                                             "-metadata:s:v:0", QString("rotate=%1").arg(degrees)});
+    EXPECT_NE(streamEntry(path, "v", "width:stream_side_data=rotation").split(',').value(1), "")
+        << path;
     return path;
 }
 
@@ -203,6 +211,17 @@ std::string TestMedia::soundWithCover(const QString& folder, const QString& name
     return encode(QDir(folder).filePath(name), plainTone(seconds) + onePicture + cover);
 }
 
+bool TestMedia::isFileName(const QString& name)
+{
+#ifdef Q_OS_WIN
+    const QString forbidden = QStringLiteral("<>:\"/\\|?*");
+#else
+    const QString forbidden = QStringLiteral("/");
+#endif
+    return std::none_of(name.begin(), name.end(),
+                        [&](QChar character) { return forbidden.contains(character); });
+}
+
 // Qt turns file names into bytes by the locale: plain streams make any name under every locale.
 std::string TestMedia::file(const QString& folder, const QString& name, const QByteArray& content)
 {
@@ -264,14 +283,47 @@ QString TestMedia::streamEntry(const std::string& path, const QString& type, con
     return QString::fromLatin1(value.trimmed());
 }
 
-std::vector<float> TestMedia::samples(const std::string& path)
+std::vector<float> TestMedia::samples(const std::string& path, const QString& filter)
 {
     QByteArray bytes;
-    run("ffmpeg",
-        {"-v", "error", "-nostdin", "-i", QString::fromStdString(path), "-f", "f32le", "-ac", "2",
-         "-ar", "48000", "-"},
-        &bytes);
+    QStringList arguments{"-v", "error", "-nostdin", "-i", QString::fromStdString(path)};
+    if (!filter.isEmpty())
+        arguments += QStringList{"-af", filter};
+    run("ffmpeg", arguments + QStringList{"-f", "f32le", "-ac", "2", "-ar", "48000", "-"}, &bytes);
     std::vector<float> values(static_cast<std::size_t>(bytes.size()) / sizeof(float));
     std::memcpy(values.data(), bytes.constData(), values.size() * sizeof(float));
     return values;
+}
+
+std::vector<DecodedPicture> TestMedia::pictures(const std::string& path, QSize size,
+                                                const QString& filter, const QString& decoder)
+{
+    const QString file = QString::fromStdString(path);
+    QByteArray stamps;
+    run("ffprobe",
+        {"-v", "fatal", "-select_streams", "v:0", "-show_entries",
+         "frame=best_effort_timestamp_time", "-of", "default=noprint_wrappers=1:nokey=1", file},
+        &stamps);
+    const QString scale =
+        QString("scale=%1:%2:flags=bilinear,format=bgra").arg(size.width()).arg(size.height());
+    const QStringList wanted = decoder.isEmpty() ? QStringList() : QStringList{"-c:v", decoder};
+    QByteArray bytes;
+    run("ffmpeg",
+        QStringList{"-v", "fatal", "-nostdin"} + wanted +
+            QStringList{"-i", file, "-map", "0:v:0", "-fps_mode", "passthrough", "-vf",
+                        filter.isEmpty() ? scale : filter + ',' + scale, "-f", "rawvideo", "-"},
+        &bytes);
+    std::vector<DecodedPicture> pictures;
+    const int pictureBytes = size.width() * size.height() * 4;
+    for (const QByteArray& stamp : stamps.trimmed().split('\n')) {
+        const int at = static_cast<int>(pictures.size()) * pictureBytes;
+        if (at + pictureBytes > bytes.size())
+            break;
+        const auto* const pixels = reinterpret_cast<const uchar*>(bytes.constData() + at);
+        pictures.push_back({stamp.toDouble(), QImage(pixels, size.width(), size.height(),
+                                                     size.width() * 4, QImage::Format_ARGB32)
+                                                  .copy()});
+    }
+    EXPECT_EQ(static_cast<int>(pictures.size()) * pictureBytes, bytes.size()) << path;
+    return pictures;
 }

@@ -7,6 +7,7 @@
 #include <QColor>
 #include <QImage>
 #include <QRect>
+#include <QSize>
 #include <QString>
 #include <QStringList>
 
@@ -22,6 +23,13 @@ struct StoredColors
     QStringList codec = {"-c:v", "libx264", "-qp", "0"};
 };
 
+/// A picture of a video as the program ffmpeg decodes it.
+struct DecodedPicture
+{
+    double seconds = 0.0; ///< its time stamp
+    QImage image;         ///< Format_ARGB32
+};
+
 /// Makes small media files for tests, with the programs ffmpeg and ffprobe.
 ///
 /// Every function that makes a file takes the folder and the name of the file, whose extension
@@ -30,6 +38,10 @@ struct StoredColors
 class TestMedia
 {
 public:
+    /// What ffmpeg makes of these arguments, which come before the name of the file.
+    static std::string made(const QString& folder, const QString& name,
+                            const QStringList& arguments);
+
     /// A moving test card. `frameRate` is as ffmpeg takes it: "25", "30000/1001".
     static std::string video(const QString& folder, const QString& name, int width, int height,
                              const QString& frameRate, double seconds, bool withSound = true);
@@ -48,9 +60,9 @@ public:
     static int frameNumber(const QImage& picture, QRect area);
     static int frameNumber(const QImage& picture) { return frameNumber(picture, picture.rect()); }
 
-    /// A copy of a video that says that it is to be shown turned by 90 degrees.
+    /// A copy of a video that says that it is to be shown turned by so many degrees.
     static std::string turnedVideo(const std::string& source, const QString& folder,
-                                   const QString& name);
+                                   const QString& name, int degrees = 90);
 
     /// A video without sound of one colour, with its transparency where the format has one; 25
     /// pictures a second.
@@ -80,6 +92,9 @@ public:
     /// A tone with a cover picture; "mp3" and "m4a" can hold one.
     static std::string soundWithCover(const QString& folder, const QString& name, double seconds);
 
+    /// Whether a file can have this name on the platform.
+    static bool isFileName(const QString& name);
+
     /// A file with this content, in place of the one that may be there.
     static std::string file(const QString& folder, const QString& name, const QByteArray& content);
 
@@ -101,6 +116,12 @@ public:
     /// with commas, in the order in which ffprobe has them.
     static QString streamEntry(const std::string& path, const QString& type, const QString& entry);
 
-    /// The sound of a file as ffmpeg decodes it: interleaved stereo at 48000 Hz, -1 to 1.
-    static std::vector<float> samples(const std::string& path);
+    /// The sound of a file as ffmpeg decodes it: interleaved stereo at 48000 Hz, -1 to 1. `filter`
+    /// is a chain of ffmpeg's filters that it goes through.
+    static std::vector<float> samples(const std::string& path, const QString& filter = {});
+
+    /// All pictures of a video as ffmpeg decodes them, scaled to `size` after `filter`, if any.
+    static std::vector<DecodedPicture> pictures(const std::string& path, QSize size,
+                                                const QString& filter = {},
+                                                const QString& decoder = {});
 };

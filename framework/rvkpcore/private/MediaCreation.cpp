@@ -3,7 +3,7 @@
 
 #include <rvkpcore/private/MediaCreation.h>
 
-#include <engine/MediaProbe.h>
+#include <engine/media/MediaProbe.h>
 #include <rvkpcore/private/CurrentCanvas.h>
 #include <rvkpcore/private/FaultPoint.h>
 

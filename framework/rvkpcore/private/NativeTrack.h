@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <engine/Scene.h>
+#include <engine/scene/Scene.h>
 #include <rvkpcore/RvTrackType.h>
 #include <rvkpcore/private/SceneChanges.h>
 #include <rvkpcore/rvkpcore_export.h>

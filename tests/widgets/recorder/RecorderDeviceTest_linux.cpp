@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "RecorderPanel.h"
+#include "support/SoundSamples.h"
 #include "support/SoundServer_linux.h"
 #include "support/TestEnvironment.h"
 
