@@ -428,6 +428,54 @@ TEST_F(SceneExportTest, LeavesAShorterFileThatCanBePlayedWhenItIsCancelled)
     EXPECT_EQ(TestMedia::frameNumber(reader->picture(400, CanvasSize)), 10);
 }
 
+TEST_F(SceneExportTest, LeavesTheFileThatStoodThereWhenItIsCancelledOrDestroyed)
+{
+    m_sketch.addMain(numbered(0, 1.0), 600000);
+    const std::string path = TestMedia::file(m_folder.path(), "out.mp4", "the film of yesterday");
+    const auto hasBegun = [](const ExportNews& news) {
+        return news.state != ExportState::Running || news.share > 0.0;
+    };
+    {
+        Export exported(m_sketch.scene(), path, settings());
+        exported.await(hasBegun);
+        exported->cancel();
+        EXPECT_EQ(exported.awaitEnd().state, ExportState::Cancelled);
+    }
+    EXPECT_EQ(TestMedia::content(path), "the film of yesterday");
+    {
+        Export exported(m_sketch.scene(), path, settings());
+        exported.await(hasBegun);
+        exported.destroy();
+    }
+    EXPECT_EQ(TestMedia::content(path), "the film of yesterday");
+    const QDir::Filters all = QDir::Files | QDir::Hidden;
+    EXPECT_EQ(QDir(m_folder.path()).entryList(all), QStringList{"out.mp4"}) << "nothing is left";
+}
+
+TEST_F(SceneExportTest, AnMp4FileCanBePlayedBeforeItIsAllLoaded)
+{
+    m_sketch.addMain(numbered(0, 1.0), 400);
+    const std::string path = pathOf("out.mp4");
+    Export exported(m_sketch.scene(), path, settings());
+    ASSERT_EQ(exported.awaitEnd().state, ExportState::Finished);
+    const QByteArray bytes = TestMedia::content(path);
+    ASSERT_GT(bytes.indexOf("moov"), 0);
+    EXPECT_LT(bytes.indexOf("moov"), bytes.indexOf("mdat")) << "what is where comes first";
+    EXPECT_EQ(TestMedia::streamEntry(path, "v", "color_space,color_transfer,color_primaries"),
+              "bt709,bt709,bt709");
+}
+
+TEST_F(SceneExportTest, TellsHowLongItStillTakes)
+{
+    m_sketch.addMain(numbered(0, 1.0), 4000);
+    Export exported(m_sketch.scene(), pathOf("out.mp4"), settings());
+    const ExportNews begun = exported.await([](const ExportNews& news) {
+        return news.state != ExportState::Running || news.share > 0.0;
+    });
+    EXPECT_GE(begun.remaining.count(), 0);
+    EXPECT_EQ(exported.awaitEnd().remaining.count(), 0);
+}
+
 TEST_F(SceneExportTest, StaysFinishedWhenItIsCancelledAfterTheEnd)
 {
     m_sketch.addMain(numbered(0, 1.0), 200);
