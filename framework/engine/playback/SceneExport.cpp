@@ -109,9 +109,13 @@ SceneExport::SceneExport(ScenePointer scene, std::string path, const ExportSetti
         fail(QStringLiteral("%1: %2").arg(textOf(m_path), error));
         return;
     }
-    m_threads.emplace_back(QThread::create([this] { compose(); }));
-    m_threads.emplace_back(QThread::create([this] { convert(); }));
-    m_threads.emplace_back(QThread::create([this] { encode(); }));
+    for (void (SceneExport::*work)() :
+         {&SceneExport::compose, &SceneExport::convert, &SceneExport::encode}) {
+        m_threads.emplace_back(QThread::create([this, work] {
+            (this->*work)();
+            const std::lock_guard lock(m_mutex); // see the destructor
+        }));
+    }
     for (const auto& thread : m_threads)
         thread->start();
 }
