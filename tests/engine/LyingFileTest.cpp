@@ -178,6 +178,26 @@ TEST_F(LyingFileTest, ReadingEndsWhenItsOwnerGoes)
     EXPECT_EQ(SoundReader::open(sharedMedia::tone(), interrupt), nullptr);
 }
 
+TEST_F(LyingFileTest, SoundIsNoMoreReadWhenItsOwnerGoes)
+{
+    rvengine::Interrupt interrupt;
+    const auto reader = SoundReader::open(sharedMedia::tone(), interrupt);
+    ASSERT_NE(reader, nullptr);
+    std::vector<float> samples(9600);
+    // Nothing of it was read, some of it, and all.
+    interrupt.raise();
+    for (const long long start : {0LL, 24000LL, 100000LL, 0LL, 239000LL, 10LL})
+        EXPECT_FALSE(reader->read(start, 4800, samples.data())) << start;
+
+    rvengine::Interrupt later;
+    const auto begun = SoundReader::open(sharedMedia::tone(), later);
+    ASSERT_NE(begun, nullptr);
+    EXPECT_TRUE(begun->read(48000, 4800, samples.data()));
+    later.raise();
+    for (const long long start : {0LL, 200000LL, 0LL, 10LL})
+        EXPECT_FALSE(begun->read(start, 4800, samples.data())) << start;
+}
+
 /// Damaged copies of files of many formats: whatever comes of them, it comes to an end.
 class DamagedFileTest : public testing::TestWithParam<const char*>
 {

@@ -4,6 +4,7 @@
 #include <engine/base/Utf8.h>
 
 #include "LocalFile.h"
+#include "PictureProbe.h"
 #include "StreamProbe.h"
 
 #include <QMimeDatabase>

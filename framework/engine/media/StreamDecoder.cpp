@@ -120,17 +120,20 @@ StreamDecoder::StreamDecoder(std::string path, Kind kind, Interrupt interrupt)
 
 bool StreamDecoder::open()
 {
+    // Where this fails, which an interrupt may make it, nothing is left of what was.
+    forgetPosition();
     m_codec.reset();
     m_stream = nullptr;
     m_file = MediaFile::open(m_path, m_interrupt);
     if (!m_file || !m_packet)
         return false;
     m_stream = m_kind == Kind::Video ? m_file->video() : m_file->sound();
-    if (!m_stream || !openCodec())
+    if (!m_stream || !openCodec()) {
+        m_codec.reset();
         return false;
+    }
     m_start = m_file->startFor(m_stream);
     m_file->readOnly(m_stream);
-    forgetPosition();
     if (m_kind == Kind::Sound)
         meetFirstSound();
     return true;
