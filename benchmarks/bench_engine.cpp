@@ -351,7 +351,8 @@ const std::vector<FileCuts> fileCuts{
     {"short", "100 ms from the start of each", 100, 0},
 };
 
-/// The time is that of the slowest picture that follows a cut.
+/// Played in real time. The time is how long after it was due the latest picture that follows a cut
+/// was there.
 void playManyFiles(benchmark::State& state, const FileCuts& cuts)
 {
     const Scene scene = clipsOfFiles(cutFiles, cuts.length, cuts.fileStart, hd);
@@ -361,15 +362,18 @@ void playManyFiles(benchmark::State& state, const FileCuts& cuts)
         std::size_t open = 0;
         const std::size_t before = heapBytes();
         std::size_t most = before;
+        const auto start = std::chrono::steady_clock::now();
         for (int picture = 0; timeOf(picture) < scene.duration; ++picture) {
             const long long time = timeOf(picture);
-            const auto start = std::chrono::steady_clock::now();
+            const auto due = start + std::chrono::milliseconds(time);
+            std::this_thread::sleep_until(due);
             if (compositor.compose(scene, time, hd).isNull())
                 state.SkipWithError("no picture");
             // The first one opens the first file, which is no cut.
             constexpr int counted = 2;
             if (time >= cuts.length && time % cuts.length < timeOf(counted))
-                afterCuts.push_back(secondsSince(start));
+                afterCuts.push_back(secondsSince(due));
+            compositor.prepare(scene, time);
             open = std::max(open, openFilesBelow(BenchMedia::folder()));
             most = std::max(most, heapBytes());
         }

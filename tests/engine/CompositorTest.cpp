@@ -17,6 +17,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 using rvengine::Compositor;
@@ -76,6 +77,26 @@ protected:
     WarningCapture m_warnings;
     SceneSketch m_sketch;
     Compositor m_compositor{std::make_unique<PaintedSource>()};
+};
+
+/// Notes the layers that are to be prepared, and where they begin in their files.
+class PreparedSource : public PaintedSource
+{
+public:
+    using Prepared = std::vector<std::pair<std::string, double>>;
+
+    explicit PreparedSource(Prepared& prepared)
+        : m_prepared(prepared)
+    {
+    }
+
+    void prepare(const Layer& layer, double fileTime) override
+    {
+        m_prepared.emplace_back(layer.source, fileTime);
+    }
+
+private:
+    Prepared& m_prepared;
 };
 
 /// Notes the layers whose pictures are asked for.
@@ -372,6 +393,55 @@ TEST_F(CompositorTest, SurvivesACanvasWithoutASensibleSize)
         sketch.addMain(red);
         EXPECT_EQ(m_compositor.compose(sketch.scene(), 0, CanvasSize).size(), CanvasSize);
     }
+}
+
+TEST_F(CompositorTest, PreparesWhatComesIntoViewSoonTheEarliestFirst)
+{
+    Layer trimmed = layer("green");
+    trimmed.fileStart = 700;
+    Layer unseen = layer("cyan");
+    unseen.alpha = 0.0F;
+    m_sketch.addMain(layer("red"), 3000);
+    m_sketch.addMain(trimmed, 1000);
+    m_sketch.addMain(layer("blue"), 1000);
+    m_sketch.addMix(layer("white"), 2999, 1000);
+    m_sketch.addMix(unseen, 3000, 1000);
+    m_sketch.addMix(m_sketch.sound("a tone"), 3000, 1000);
+    PreparedSource::Prepared prepared;
+    Compositor compositor(std::make_unique<PreparedSource>(prepared));
+    const auto preparedAt = [&](long long time) {
+        compositor.prepare(m_sketch.scene(), time);
+        return std::exchange(prepared, {});
+    };
+    const PreparedSource::Prepared none;
+    const PreparedSource::Prepared next{{"white", 0.0}, {"green", 700.0}};
+    EXPECT_EQ(preparedAt(0), none);
+    EXPECT_EQ(preparedAt(998), none);
+    EXPECT_EQ(preparedAt(1000), next);
+    EXPECT_EQ(preparedAt(2998),
+              (PreparedSource::Prepared{{"white", 0.0}, {"green", 700.0}, {"blue", 0.0}}));
+    EXPECT_EQ(preparedAt(3000), (PreparedSource::Prepared{{"blue", 0.0}}));
+    EXPECT_EQ(preparedAt(4000), none);
+    EXPECT_EQ(preparedAt(std::numeric_limits<long long>::max()), none);
+    EXPECT_EQ(preparedAt(std::numeric_limits<long long>::min()), none);
+}
+
+TEST_F(CompositorTest, PreparesNoPartOfAClipThatGoesOnInTheNextOne)
+{
+    Layer second = layer("red");
+    second.fileStart = 1000;
+    Layer fast = second;
+    fast.fileStart = 2000;
+    fast.speed = 2.0;
+    Layer away = second;
+    away.fileStart = 4500;
+    for (const Layer& part : {layer("red"), second, fast, away})
+        m_sketch.addMain(part, 1000);
+    PreparedSource::Prepared prepared;
+    Compositor compositor(std::make_unique<PreparedSource>(prepared));
+    for (const long long time : {0, 1500})
+        compositor.prepare(m_sketch.scene(), time);
+    EXPECT_EQ(prepared, (PreparedSource::Prepared{{"red", 4500.0}}));
 }
 
 TEST_F(CompositorTest, SurvivesTimesAtTheEndsOfTime)

@@ -201,6 +201,22 @@ TEST_F(OddFileTest, AJumpDecodesFromTheKeyFrameBefore)
     }
 }
 
+TEST_F(OddFileTest, AReaderThatRestedGoesOn)
+{
+    const auto reader = PictureReader::open(sharedMedia::numbered());
+    ASSERT_NE(reader, nullptr);
+    EXPECT_EQ(TestMedia::frameNumber(reader->picture(2000, QSize())), 50);
+    reader->rest();
+    const long long before = reader->decodedCount();
+    EXPECT_EQ(TestMedia::frameNumber(reader->picture(1960, QSize())), 49);
+    EXPECT_EQ(reader->decodedCount(), before) << "what was decoded is kept";
+    for (const int number : {51, 52, 99, 98, 0})
+        EXPECT_EQ(TestMedia::frameNumber(reader->picture(number * 40, QSize())), number);
+    reader->picture(99 * 40 + 1000, QSize());
+    reader->rest();
+    EXPECT_EQ(TestMedia::frameNumber(reader->picture(99 * 40 + 1000, QSize())), 99);
+}
+
 TEST_F(OddFileTest, APictureOnTheWayIsGivenToOneWhoDoesNotWait)
 {
     const auto reader = PictureReader::open(sharedMedia::numbered());

@@ -30,6 +30,7 @@ public:
 
     QImage picture(const rvengine::Layer& layer, std::uintptr_t lane, double fileTime,
                    QSize wanted) override;
+    void prepare(const rvengine::Layer& /*layer*/, double /*fileTime*/) override {}
     void endFrame() override {}
 
 private:

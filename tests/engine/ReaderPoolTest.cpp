@@ -10,6 +10,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -143,6 +144,36 @@ TEST_F(ReaderPoolTest, KeepsAllReadersThatAreInUse)
     }
 
     EXPECT_EQ(m_opened, many);
+}
+
+TEST_F(ReaderPoolTest, TakesInAReaderInPlaceOfTheOneOfItsLane)
+{
+    take("a", 1);
+    Reader* const other = take("a", 2);
+    endRounds(1);
+    Reader* const put = m_pool.put("a", 1.0, 1, std::make_unique<Reader>(Reader{"put"}));
+    ASSERT_NE(put, nullptr);
+    EXPECT_EQ(put->path, "put");
+    EXPECT_EQ(m_pool.size(), 2U);
+    EXPECT_EQ(take("a", 2), other);
+    EXPECT_NE(take("a", 1), put) << "it is used in this round";
+    endRounds(1);
+    EXPECT_EQ(take("a", 1), put);
+}
+
+TEST_F(ReaderPoolTest, NamesAReaderOnceThatNobodyUsedForSoManyRounds)
+{
+    constexpr std::uint64_t patience = 5;
+    std::vector<std::string> idle;
+    take("a", 1);
+    for (std::uint64_t round = 0; round < 4 * patience; ++round) {
+        take("b", 1);
+        endRounds(1);
+        m_pool.forIdle(patience, [&](const Reader& reader) { idle.push_back(reader.path); });
+        EXPECT_EQ(idle.empty(), round < patience);
+    }
+    EXPECT_EQ(idle, std::vector<std::string>{"a"});
+    EXPECT_EQ(take("a", 1)->path, "a");
 }
 
 TEST_F(ReaderPoolTest, WarnsOnceAndDoesNotTryAgainAtOnce)

@@ -7,7 +7,9 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace rvengine {
@@ -31,6 +33,23 @@ double fileTimeOf(const PlacedLayer& placed, long long time)
            (static_cast<double>(time) - static_cast<double>(placed.start)) * placed.layer->speed;
 }
 
+/// Whether `next` goes on in the file where `previous` ends, as the parts of a clip that was split
+/// do.
+bool continues(const PlacedLayer& next, const PlacedLayer& previous)
+{
+    constexpr double rounding = 1.0; // ms
+    return next.layer->source == previous.layer->source && next.start == previous.end &&
+           std::abs(fileTimeOf(previous, next.start) - fileTimeOf(next, next.start)) <= rounding;
+}
+
+/// Whether nothing is seen but the picture of the layer, and nobody else holds that: it needs no
+/// copy then.
+bool hidesAll(const Layer& layer, const LayerGeometry& geometry, const QImage& picture)
+{
+    return layer.alpha >= 1.0F && picture.format() == QImage::Format_RGB32 &&
+           picture.isDetached() && geometry.isWhole(picture);
+}
+
 QImage blackPicture()
 {
     QImage black(2, 2, QImage::Format_RGB32);
@@ -51,12 +70,10 @@ struct Compositor::Item
 
 struct Compositor::Frame
 {
-    Frame(const Scene& scene, long long frameTime, QImage picture)
+    Frame(const Scene& scene, long long frameTime, QSize size)
         : time(frameTime)
-        , canvas(std::move(picture))
-        , geometry{scene.canvas, canvas.size()}
+        , geometry{scene.canvas, size}
     {
-        canvas.fill(Qt::black);
         for (const PlacedLayer& placed : scene.main)
             add(placed, MainLane);
         for (const PlacedLayer& placed : scene.mix)
@@ -90,8 +107,8 @@ struct Compositor::Frame
     }
 
     const long long time;
-    QImage canvas;
     const CanvasGeometry geometry;
+    QImage canvas;           ///< null, which is black, before anything is drawn
     std::vector<Item> items; ///< pictures and free effects, from the lowest to the topmost
     std::vector<Item> bound; ///< effects on single layers, from the lowest to the topmost
 };
@@ -104,9 +121,9 @@ Compositor::Compositor(std::unique_ptr<PictureSource> source, MonotonicClock now
 
 QImage Compositor::compose(const Scene& scene, long long time, QSize size)
 {
-    Frame frame(scene, time, m_canvases.take(size, QImage::Format_RGB32));
-    if (frame.canvas.isNull())
+    if (size.isEmpty())
         return {};
+    Frame frame(scene, time, size);
     for (const Item& item : frame.items) {
         if (hasPicture(item.layer()))
             drawLayer(frame, item);
@@ -119,7 +136,33 @@ QImage Compositor::compose(const Scene& scene, long long time, QSize size)
     }
     m_source->endFrame();
     m_effects.endFrame();
-    return std::move(frame.canvas);
+    return std::move(canvas(frame));
+}
+
+void Compositor::prepare(const Scene& scene, long long time)
+{
+    constexpr long long ahead = 2000;
+    const long long horizon = std::min(time, std::numeric_limits<long long>::max() - ahead) + ahead;
+    std::vector<const PlacedLayer*> upcoming;
+    const auto consider = [&](const PlacedLayer& placed) {
+        if (placed.start > time && placed.start <= horizon && hasPicture(*placed.layer) &&
+            placed.layer->alpha > 0.0F)
+            upcoming.push_back(&placed);
+    };
+    const PlacedLayer* previous = nullptr;
+    for (const PlacedLayer& placed : scene.main) {
+        if (!hasPicture(*placed.layer))
+            continue;
+        if (!previous || !continues(placed, *previous))
+            consider(placed);
+        previous = &placed;
+    }
+    for (const PlacedLayer& placed : scene.mix)
+        consider(placed);
+    std::stable_sort(upcoming.begin(), upcoming.end(),
+                     [](const auto* one, const auto* other) { return one->start < other->start; });
+    for (const PlacedLayer* const placed : upcoming)
+        m_source->prepare(*placed->layer, fileTimeOf(*placed, placed->start));
 }
 
 void Compositor::drawLayer(Frame& frame, const Item& item)
@@ -127,14 +170,28 @@ void Compositor::drawLayer(Frame& frame, const Item& item)
     const LayerGeometry geometry(item.layer().placement, frame.geometry);
     if (!geometry.isSeen())
         return;
-    const QImage picture = content(frame, item, geometry.contentSize());
+    QImage picture = content(frame, item, geometry.contentSize());
     if (frame.isCut(item)) {
         drawCut(frame, item, picture);
         return;
     }
-    QPainter painter(&frame.canvas);
+    if (hidesAll(item.layer(), geometry, picture)) {
+        frame.canvas = std::move(picture);
+        return;
+    }
+    QPainter painter(&canvas(frame));
     painter.setOpacity(static_cast<double>(item.layer().alpha));
     geometry.draw(painter, picture);
+}
+
+/// The canvas of the frame, to be drawn on.
+QImage& Compositor::canvas(Frame& frame)
+{
+    if (frame.canvas.isNull()) {
+        frame.canvas = m_canvases.take(frame.geometry.picture, QImage::Format_RGB32);
+        frame.canvas.fill(Qt::black);
+    }
+    return frame.canvas;
 }
 
 QImage Compositor::content(Frame& frame, const Item& item, QSize wanted)
@@ -156,7 +213,7 @@ QImage Compositor::content(Frame& frame, const Item& item, QSize wanted)
 void Compositor::drawCut(Frame& frame, const Item& item, const QImage& content)
 {
     const LayerGeometry geometry(item.layer().placement, frame.geometry);
-    const QRect area = geometry.bounds() & frame.canvas.rect();
+    const QRect area = geometry.bounds() & QRect(QPoint(), frame.geometry.picture);
     QImage cut = m_cuts.take(area.size(), QImage::Format_ARGB32_Premultiplied);
     if (cut.isNull())
         return;
@@ -171,7 +228,7 @@ void Compositor::drawCut(Frame& frame, const Item& item, const QImage& content)
         m_effects.matte(effect.layer->matte, frame.geometry.scale())
             .apply(cut, center - area.topLeft());
     });
-    QPainter painter(&frame.canvas);
+    QPainter painter(&canvas(frame));
     painter.setOpacity(static_cast<double>(item.layer().alpha));
     painter.drawImage(area.topLeft(), cut);
 }
@@ -179,16 +236,17 @@ void Compositor::drawCut(Frame& frame, const Item& item, const QImage& content)
 void Compositor::applyToCanvas(Frame& frame, const PlacedLayer& effect)
 {
     const Layer& layer = *effect.layer;
+    QImage& picture = canvas(frame);
     if (layer.kind == LayerKind::Filter) {
-        applyFilter(layer, frame.canvas);
+        applyFilter(layer, picture);
     } else if (layer.kind == LayerKind::Liquify) {
-        m_effects.warp(effect.layer, frame.geometry.canvas.toSize()).apply(frame.canvas);
+        m_effects.warp(effect.layer, frame.geometry.canvas.toSize()).apply(picture);
     } else if (layer.kind == LayerKind::Matte) {
-        QImage cut = frame.canvas.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+        QImage cut = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
         m_effects.matte(layer.matte, frame.geometry.scale())
             .apply(cut, frame.geometry.toPicture(layer.matteCenter));
-        frame.canvas.fill(Qt::black);
-        QPainter(&frame.canvas).drawImage(0, 0, cut);
+        picture.fill(Qt::black);
+        QPainter(&picture).drawImage(0, 0, cut);
     }
 }
 

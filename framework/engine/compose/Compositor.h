@@ -31,10 +31,15 @@ public:
     /// is. A file that cannot be read is black. Null for an empty size.
     QImage compose(const Scene& scene, long long time, QSize size);
 
+    /// Has opened beside, for one who plays on from `time` ms, what comes into view in the next two
+    /// seconds.
+    void prepare(const Scene& scene, long long time);
+
 private:
     struct Item;
     struct Frame;
 
+    QImage& canvas(Frame& frame);
     void drawLayer(Frame& frame, const Item& item);
     QImage content(Frame& frame, const Item& item, QSize wanted);
     void drawCut(Frame& frame, const Item& item, const QImage& content);

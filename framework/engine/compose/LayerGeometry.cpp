@@ -78,6 +78,12 @@ QSize LayerGeometry::contentSize() const
     return size.expandedTo(QSize(1, 1));
 }
 
+bool LayerGeometry::isWhole(const QImage& content) const
+{
+    return m_rotation == 0.0 && m_bounds == QRect(QPoint(), m_picture) &&
+           content.size() == m_picture;
+}
+
 void LayerGeometry::draw(QPainter& painter, const QImage& content) const
 {
     if (m_rotation == 0.0) {

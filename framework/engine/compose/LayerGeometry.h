@@ -45,6 +45,8 @@ public:
     /// The size in px that the content covers, at most that of the largest picture which is worth
     /// making; empty when it covers more.
     QSize contentSize() const;
+    /// Whether `content`, if it is opaque, is the whole picture as it is.
+    bool isWhole(const QImage& content) const;
     /// What the layer touches at most, px.
     QRect bounds() const { return m_bounds; }
     /// Draws the content stretched to its place. Without rotation its edges are put on whole px.

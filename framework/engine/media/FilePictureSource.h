@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "ContentAhead.h"
 #include "PictureFiles.h"
 #include "PictureReader.h"
 #include "PictureSource.h"
@@ -17,6 +18,7 @@ public:
     FilePictureSource(const MonotonicClock& now, EnoughAsked isEnough, Interrupt interrupt);
 
     QImage picture(const Layer& layer, std::uintptr_t lane, double fileTime, QSize wanted) override;
+    void prepare(const Layer& layer, double fileTime) override;
     void endFrame() override;
 
 private:
@@ -24,6 +26,7 @@ private:
     const Interrupt m_interrupt;
     ReaderPool<PictureReader> m_readers;
     PictureFiles m_pictures;
+    ContentAhead m_ahead;
 };
 
 } // namespace rvengine

@@ -55,18 +55,28 @@ QImage PictureFiles::halved(const std::string& path, int times)
                       .scaled(std::max(larger.width() / 2, 1), std::max(larger.height() / 2, 1),
                               Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                       .convertToFormat(larger.format());
-    } else {
-        picture = load(path);
+    } else if (m_unreadable.mayTry(path)) {
+        picture = read(path);
+        m_unreadable.tried(path, !picture.isNull());
     }
     if (!picture.isNull())
         m_entries[{path, times}] = {picture, m_frame};
     return picture;
 }
 
-QImage PictureFiles::load(const std::string& path)
+void PictureFiles::put(const std::string& path, QImage picture)
 {
-    if (!m_unreadable.mayTry(path))
-        return {};
+    m_unreadable.tried(path, true);
+    m_entries[{path, 0}] = {std::move(picture), m_frame};
+}
+
+bool PictureFiles::has(const std::string& path) const
+{
+    return m_entries.find({path, 0}) != m_entries.end();
+}
+
+QImage PictureFiles::read(const std::string& path)
+{
     QImage picture;
     QFile file;
     const auto absolute = readableFile(path);
@@ -80,7 +90,6 @@ QImage PictureFiles::load(const std::string& path)
         else
             picture = decodePicture(*absolute);
     }
-    m_unreadable.tried(path, !picture.isNull());
     return picture.convertToFormat(picture.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
                                                              : QImage::Format_RGB32);
 }

@@ -31,6 +31,14 @@ public:
     /// smaller than `wanted` (empty: as it is). Null when it cannot be read.
     QImage picture(const std::string& path, QSize wanted);
 
+    /// Takes in the picture of a file that was read elsewhere.
+    void put(const std::string& path, QImage picture);
+    bool has(const std::string& path) const;
+
+    /// The picture in the file as it is stored; null when it cannot be read. Any thread may call
+    /// it.
+    static QImage read(const std::string& path);
+
     /// A frame is finished: what was not used in it may be dropped.
     void endFrame();
 
@@ -43,7 +51,6 @@ private:
     using Key = std::pair<std::string, int>; ///< path and number of halvings
 
     QImage halved(const std::string& path, int times);
-    QImage load(const std::string& path);
 
     const long long m_capacity; ///< bytes
     std::map<Key, Entry> m_entries;

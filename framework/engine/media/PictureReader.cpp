@@ -59,6 +59,14 @@ struct PictureReader::Media
     {
     }
 
+    /// The time in seconds that is meant by `fileTime` ms.
+    double timeFor(double fileTime) const
+    {
+        constexpr double longest = 1e9;
+        const double time = std::isnan(fileTime) ? 0.0 : fileTime / 1000.0 + tolerance;
+        return std::clamp(time, -longest, longest);
+    }
+
     /// The picture shown at `time`, if that is among those that are kept and none is between.
     const Shown* known(double time) const
     {
@@ -92,6 +100,10 @@ struct PictureReader::Media
     {
         for (double back = 0.0;; back = 4.0 * back + 1.0) {
             const double from = std::max(time - back, 0.0);
+            for (Shown& shown : kept) {
+                if (shown.time == lastImage.time)
+                    beforeJump = std::move(shown);
+            }
             kept.clear();
             isLast = false;
             isAtStart = !frames.seek(from) || from <= 0.0;
@@ -110,6 +122,7 @@ struct PictureReader::Media
         const double time = frames.decoder().timeOf(*frame);
         if (std::exchange(isAtStart, false))
             first = time;
+        beforeJump.frame.reset();
         // Files that lie go back in time.
         if (kept.empty() || time > kept.back().time) {
             bytes = kept.empty() ? 0 : bytes;
@@ -123,30 +136,45 @@ struct PictureReader::Media
         return true;
     }
 
-    const QImage& imageOf(const Shown& shown, QSize wanted)
+    /// What may be shown where the right picture cannot be decoded; null when there is nothing.
+    const Shown* lastGood() const
+    {
+        if (!kept.empty())
+            return &kept.back();
+        return beforeJump.frame ? &beforeJump : nullptr;
+    }
+
+    QImage imageOf(const Shown& shown, QSize wanted)
     {
         const QSize size = isWorthConverting(wanted, geometry.size()) ? wanted : geometry.size();
-        if (!image.isNull() && imageTime == shown.time && image.size() == size)
-            return image;
+        const bool isAgain = lastImage.time == shown.time && lastImage.size == size;
+        if (isAgain && !lastImage.image.isNull())
+            return lastImage.image;
         QImage made = converter.toImage(*shown.frame, geometry.turned(size));
-        if (made.isNull())
-            return image;
-        image = geometry.isUpright() ? std::move(made) : made.transformed(geometry.turn);
-        imageTime = shown.time;
-        return image;
+        if (!geometry.isUpright())
+            made = made.transformed(geometry.turn);
+        lastImage = {shown.time, size, isAgain ? made : QImage()};
+        return made;
     }
 
     const DisplayGeometry geometry;
     const double tolerance; ///< how much before it begins a picture is meant, seconds
     VideoFrames frames;
-    std::deque<Shown> kept; ///< by time, without gaps
-    std::size_t bytes = 0;  ///< of those
-    bool isLast = false;    ///< nothing comes after them
-    bool isAtStart = true;  ///< what is read next is the first picture of the file
+    std::deque<Shown> kept;         ///< by time, without gaps
+    std::size_t bytes = 0;          ///< of those
+    Shown beforeJump{0.0, nullptr}; ///< what was given before a jump after which none came yet
+    bool isLast = false;            ///< nothing comes after them
+    bool isAtStart = true;          ///< what is read next is the first picture of the file
     double first = -std::numeric_limits<double>::infinity(); ///< when that begins
     PictureConverter converter;
-    QImage image; ///< what was shown last
-    double imageTime = 0.0;
+    /// What was given last. The picture itself is kept when it is asked for again only: so the one
+    /// who gets it first, as in playing, may draw on it without a copy.
+    struct
+    {
+        double time = std::numeric_limits<double>::quiet_NaN();
+        QSize size;
+        QImage image;
+    } lastImage;
 };
 
 std::unique_ptr<PictureReader> PictureReader::open(const std::string& path, Interrupt interrupt)
@@ -172,12 +200,20 @@ QSize PictureReader::size() const
 
 QImage PictureReader::picture(double fileTime, QSize wanted, const EnoughAsked& isEnough)
 {
-    constexpr double longest = 1e9; // seconds
-    const double time = std::isnan(fileTime) ? 0.0 : fileTime / 1000.0 + m_media->tolerance;
-    const Media::Shown* shown = m_media->reach(std::clamp(time, -longest, longest), isEnough);
-    if (!shown && !m_media->kept.empty())
-        shown = &m_media->kept.back();
-    return shown ? m_media->imageOf(*shown, wanted) : m_media->image;
+    const Media::Shown* shown = m_media->reach(m_media->timeFor(fileTime), isEnough);
+    if (!shown)
+        shown = m_media->lastGood();
+    return shown ? m_media->imageOf(*shown, wanted) : QImage();
+}
+
+void PictureReader::reach(double fileTime)
+{
+    m_media->reach(m_media->timeFor(fileTime), {});
+}
+
+void PictureReader::rest()
+{
+    m_media->frames.rest();
 }
 
 long long PictureReader::decodedCount() const

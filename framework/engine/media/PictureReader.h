@@ -36,6 +36,13 @@ public:
     /// one, it is given in place of the right one.
     QImage picture(double fileTime, QSize wanted, const EnoughAsked& isEnough = {});
 
+    /// Decodes up to the picture shown at `fileTime` ms, so that it is there when it is asked for.
+    void reach(double fileTime);
+
+    /// Ends the threads of its decoder until it is used again, when it has to go on from a key
+    /// frame.
+    void rest();
+
     /// How many pictures were decoded, for those who measure.
     long long decodedCount() const;
 

@@ -32,6 +32,11 @@ public:
     virtual QImage picture(const Layer& layer, std::uintptr_t lane, double fileTime,
                            QSize wanted) = 0;
 
+    /// The layer is seen soon, from `fileTime` ms of its file on: what takes long may be done
+    /// ahead, beside the caller. Said after each frame, the earliest layer first, until the layer
+    /// is seen.
+    virtual void prepare(const Layer& layer, double fileTime) = 0;
+
     /// A frame is finished: files that were not used lately may be closed, and those used in the
     /// frame may be used for another layer.
     virtual void endFrame() = 0;

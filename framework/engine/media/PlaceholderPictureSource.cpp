@@ -45,6 +45,7 @@ public:
         return picture;
     }
 
+    void prepare(const Layer& /*layer*/, double /*fileTime*/) override {}
     void endFrame() override {}
 
 private:

@@ -68,6 +68,30 @@ public:
         return m_entries.back().reader.get();
     }
 
+    /// Takes in a reader of the file that was opened elsewhere, in place of the one of that lane,
+    /// and gives it as `take` does.
+    Reader* put(const std::string& path, double variant, std::uintptr_t lane,
+                std::unique_ptr<Reader> reader)
+    {
+        m_entries.remove_if([&](const Entry& entry) {
+            return entry.usedIn != m_round && entry.lane == lane && entry.variant == variant &&
+                   entry.path == path;
+        });
+        m_unreadable.tried(path, true);
+        m_entries.push_back({path, variant, lane, m_round, std::move(reader)});
+        return m_entries.back().reader.get();
+    }
+
+    /// Calls `function` once for each reader that nobody used in the last `rounds` rounds.
+    template <class Function>
+    void forIdle(std::uint64_t rounds, Function&& function)
+    {
+        for (Entry& entry : m_entries) {
+            if (entry.usedIn + rounds + 1 == m_round)
+                function(*entry.reader);
+        }
+    }
+
     void endRound()
     {
         m_entries.remove_if(

@@ -113,7 +113,6 @@ StreamDecoder::StreamDecoder(std::string path, Kind kind, Interrupt interrupt)
     : m_path(std::move(path))
     , m_kind(kind)
     , m_interrupt(std::move(interrupt))
-    , m_threads(kind == Kind::Video ? std::make_unique<DecoderThreads>() : nullptr)
     , m_packet(av_packet_alloc())
 {
 }
@@ -128,10 +127,8 @@ bool StreamDecoder::open()
     if (!m_file || !m_packet)
         return false;
     m_stream = m_kind == Kind::Video ? m_file->video() : m_file->sound();
-    if (!m_stream || !openCodec()) {
-        m_codec.reset();
+    if (!m_stream || !openCodec())
         return false;
-    }
     m_start = m_file->startFor(m_stream);
     m_file->readOnly(m_stream);
     if (m_kind == Kind::Sound)
@@ -175,13 +172,20 @@ void StreamDecoder::forgetPosition()
 bool StreamDecoder::openCodec()
 {
     const AVCodec* const decoder = decoderFor(*m_stream);
-    m_codec.reset(decoder ? avcodec_alloc_context3(decoder) : nullptr);
-    if (!m_codec || avcodec_parameters_to_context(m_codec.get(), m_stream->codecpar) < 0)
+    m_codec.reset();
+    m_threads.reset();
+    CodecPointer codec(decoder ? avcodec_alloc_context3(decoder) : nullptr);
+    if (!codec || avcodec_parameters_to_context(codec.get(), m_stream->codecpar) < 0)
         return false;
-    m_codec->pkt_timebase = m_stream->time_base;
-    m_codec->max_pixels = mostPixels;
-    m_codec->thread_count = m_threads ? m_threads->count() : 1;
-    return avcodec_open2(m_codec.get(), decoder, nullptr) >= 0;
+    codec->pkt_timebase = m_stream->time_base;
+    codec->max_pixels = mostPixels;
+    if (m_kind == Kind::Video)
+        m_threads = std::make_unique<DecoderThreads>();
+    codec->thread_count = m_threads ? m_threads->count() : 1;
+    if (avcodec_open2(codec.get(), decoder, nullptr) < 0)
+        return false;
+    m_codec = std::move(codec);
+    return true;
 }
 
 FramePointer StreamDecoder::next()
@@ -272,18 +276,43 @@ void StreamDecoder::stamp(AVFrame& frame)
 bool StreamDecoder::seek(double time)
 {
     const bool isToStart = time <= 0.0;
-    // What a codec of sound begins with is read at the start of a file only.
-    const bool isToBeOpened = isToStart && (m_kind == Kind::Sound || !m_file->hasIndex());
-    if (!m_codec || !m_isTimed || isToBeOpened || !m_file->seek(m_stream, std::max(time, 0.0))) {
+    if (!canSeek(isToStart) || !m_file->seek(m_stream, std::max(time, 0.0))) {
         open();
         return false;
     }
-    avcodec_flush_buffers(m_codec.get());
     forgetPosition();
+    if (!emptyCodec())
+        return false;
     m_isAfterJump = true;
     if (m_kind == Kind::Video && !isToStart)
         m_skippable = longestSkip;
     return true;
+}
+
+bool StreamDecoder::canSeek(bool isToStart) const
+{
+    if (!m_file || !m_stream || !m_isTimed)
+        return false;
+    // What a codec of sound begins with is read at the start of a file only.
+    return !isToStart || (m_kind == Kind::Video && m_file->hasIndex());
+}
+
+/// Makes the codec ready for packets of another place. One that rested, or found no threads left
+/// when it was opened, may get some now.
+bool StreamDecoder::emptyCodec()
+{
+    const bool lacksThreads = m_threads && m_threads->count() == 1 && DecoderThreads::areLeft();
+    if (!m_codec || lacksThreads)
+        return openCodec();
+    avcodec_flush_buffers(m_codec.get());
+    return true;
+}
+
+void StreamDecoder::rest()
+{
+    forgetPosition();
+    m_codec.reset();
+    m_threads.reset();
 }
 
 bool StreamDecoder::isWorthSeeking(double time) const

@@ -38,6 +38,10 @@ public:
     /// Whether `seek` finds something nearer to `time` than to decode on.
     bool isWorthSeeking(double time) const;
 
+    /// Ends its threads, which others may have then, until the next `seek`; there is no `next`
+    /// before.
+    void rest();
+
     /// When the frame begins, seconds since the file's start.
     double timeOf(const AVFrame& frame) const;
     /// How many samples the first frame of sound has: that may be a part of one.
@@ -56,6 +60,8 @@ private:
                                                  Interrupt interrupt);
     bool open();
     bool openCodec();
+    bool canSeek(bool isToStart) const;
+    bool emptyCodec();
     void forgetPosition();
     void meetFirstSound();
     FramePointer decodeNext();
@@ -66,7 +72,7 @@ private:
     const std::string m_path;
     const Kind m_kind;
     const Interrupt m_interrupt;
-    const std::unique_ptr<DecoderThreads> m_threads; ///< null for sound
+    std::unique_ptr<DecoderThreads> m_threads; ///< null for sound, and while it rests
     std::unique_ptr<MediaFile> m_file;
     AVStream* m_stream = nullptr;
     double m_start = 0.0; ///< the time stamp at which the file begins, seconds

@@ -42,6 +42,13 @@ bool VideoFrames::seek(double time)
     return m_decoder->seek(time);
 }
 
+void VideoFrames::rest()
+{
+    m_ready.clear();
+    m_filter.reset();
+    m_decoder->rest();
+}
+
 /// Takes a decoded picture to where those are that can be shown, through a filter if it needs one.
 void VideoFrames::takeIn(FramePointer frame)
 {

@@ -23,6 +23,7 @@ public:
     /// As those of the decoder.
     bool isAtEnd() const;
     bool seek(double time);
+    void rest();
 
     const StreamDecoder& decoder() const { return *m_decoder; }
     long long decodedCount() const { return m_decodedCount; }

@@ -114,8 +114,12 @@ private:
             lock.unlock();
             due = SteadyClock::now() + frameInterval;
             QImage picture;
-            if (scene && !size.isEmpty())
-                picture = compositor.compose(*scene, shownTime(*scene), size);
+            if (scene && !size.isEmpty()) {
+                const long long time = shownTime(*scene);
+                picture = compositor.compose(*scene, time, size);
+                if (m_clock.isRunning())
+                    compositor.prepare(*scene, time);
+            }
             m_lastPicture = SteadyClock::now();
             gate.leave();
             lock.lock();

@@ -12,6 +12,7 @@
 #include <QTimer>
 
 #include <array>
+#include <chrono>
 #include <cmath>
 #include <memory>
 #include <mutex>
@@ -49,7 +50,7 @@ public:
     explicit Worker(SoundOutput& output)
         : m_clock(output.m_clock)
         , m_owner(output)
-        , m_mixer(makeSoundSource())
+        , m_mixer(makeSoundSource(std::chrono::steady_clock::now, output.m_interrupt))
     {
     }
 
@@ -155,6 +156,7 @@ SoundOutput::SoundOutput(PlayClock& clock)
 
 SoundOutput::~SoundOutput()
 {
+    m_interrupt.raise();
     if (!m_thread.isRunning()) {
         delete m_worker;
         return;

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <engine/base/Interrupt.h>
 #include <engine/base/Notice.h>
 #include <engine/scene/Scene.h>
 
@@ -36,6 +37,7 @@ private:
     class Worker;
 
     PlayClock& m_clock;
+    Interrupt m_interrupt; ///< of the readers
     std::mutex m_mutex;
     ScenePointer m_scene; ///< guarded by the mutex
     QThread m_thread;
