@@ -116,7 +116,7 @@ void registerAll()
 bool printPromises(const RatioReporter& reporter)
 {
     const std::string run = "/iterations:1/repeats:" + std::to_string(repetitions) + "/manual_time";
-    std::printf("\nRatio to an event loop without the panel\n");
+    std::printf("\nRatios to an event loop without the panel\n");
     return reporter.printRatio("longest gap of the event loop, with slow tools",
                                "event_loop_gap" + run, "event_loop_gap_bare" + run, bound);
 }
