@@ -532,6 +532,18 @@ TEST_F(SceneExportTest, FailsInAFormatThatItDoesNotKnow)
     }
 }
 
+TEST_F(SceneExportTest, TellsWhyAnEncoderRefusesInItsOwnWords)
+{
+    m_sketch.addMain(numbered(0, 1.0), 200);
+    // H.263 has a few sizes only.
+    Export failing(m_sketch.scene(), pathOf("out.3gp"), settings());
+    const ExportNews news = failing.awaitEnd();
+    EXPECT_EQ(news.state, ExportState::Failed);
+    EXPECT_TRUE(news.error.contains("out.3gp")) << news.error.toStdString();
+    EXPECT_TRUE(news.error.contains("320x180 is not valid")) << news.error.toStdString();
+    EXPECT_TRUE(QDir(m_folder.path()).isEmpty(QDir::Files | QDir::Hidden)) << "nothing is left";
+}
+
 TEST_F(SceneExportTest, DoesNotOverwriteASource)
 {
     const std::string source = TestMedia::copy(sharedMedia::numbered(), m_folder.path(), "a.mp4");

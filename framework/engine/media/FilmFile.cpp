@@ -3,10 +3,11 @@
 
 #include "FilmFile.h"
 
+#include "FileBytes.h"
+
 #include <QFileInfo>
 #include <QRandomGenerator>
 
-#include <algorithm>
 #include <utility>
 
 namespace rvengine {
@@ -15,18 +16,6 @@ namespace {
 
 constexpr int bufferBytes = 1 << 18;
 
-std::int64_t moved(QFile& file, std::int64_t offset, int whence)
-{
-    if (whence == AVSEEK_SIZE)
-        return file.size();
-    const int origin = whence & ~AVSEEK_FORCE;
-    if (origin == SEEK_CUR)
-        offset += file.pos();
-    else if (origin == SEEK_END)
-        offset += file.size();
-    return file.seek(offset) ? offset : AVERROR(EINVAL);
-}
-
 /// What is read of the file while it is written.
 struct Reading
 {
@@ -34,15 +23,11 @@ struct Reading
 
     static int readBytes(void* self, std::uint8_t* to, int size)
     {
-        const qint64 count =
-            static_cast<Reading*>(self)->file.read(reinterpret_cast<char*>(to), size);
-        if (count < 0)
-            return AVERROR(EIO);
-        return count == 0 ? AVERROR_EOF : static_cast<int>(count);
+        return readFrom(static_cast<Reading*>(self)->file, to, size);
     }
     static std::int64_t seekBytes(void* self, std::int64_t offset, int whence)
     {
-        return moved(static_cast<Reading*>(self)->file, offset, whence);
+        return seekIn(static_cast<Reading*>(self)->file, offset, whence);
     }
 };
 
@@ -119,7 +104,7 @@ int FilmFile::writeBytes(void* self, std::uint8_t* from, int size)
 
 std::int64_t FilmFile::seekBytes(void* self, std::int64_t offset, int whence)
 {
-    return moved(static_cast<FilmFile*>(self)->m_file, offset, whence);
+    return seekIn(static_cast<FilmFile*>(self)->m_file, offset, whence);
 }
 
 // A muxer that puts its index in front reads what it wrote and moves it on.

@@ -24,6 +24,10 @@ std::optional<std::filesystem::path> absolutePath(const std::string& path);
 /// The same for Qt's classes of files; empty for what cannot be a file.
 QString fileNameOf(const std::string& path);
 
+/// Whether a file that Qt makes can have this name. Where Qt turns names into bytes by the locale,
+/// that may have no letters for it.
+bool canBeNamed(const QString& name);
+
 /// The absolute path of the regular file that the UTF-8 `path` names and this process may read, or
 /// nothing. Devices, pipes and directories are refused without being opened.
 std::optional<std::filesystem::path> readableFile(const std::string& path);

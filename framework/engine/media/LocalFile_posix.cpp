@@ -19,6 +19,11 @@ std::optional<fs::path> absolutePath(const std::string& path)
     return absolute;
 }
 
+bool canBeNamed(const QString& name)
+{
+    return QFile::decodeName(QFile::encodeName(name)) == name;
+}
+
 bool isRegularFile(const fs::path& path)
 {
     std::error_code error;

@@ -85,6 +85,11 @@ bool openForReading(QFile& file, const fs::path& path, QIODevice::OpenMode mode)
     return file.open(mode);
 }
 
+bool canBeNamed(const QString& /*name*/)
+{
+    return true;
+}
+
 bool isRegularFile(const fs::path& path)
 {
     const DWORD attributes = GetFileAttributesW(literalName(path).c_str());

@@ -4,6 +4,7 @@
 #include "MediaFile.h"
 
 #include "FfmpegLog.h"
+#include "FileBytes.h"
 #include "LocalFile.h"
 
 #include <QFile>
@@ -145,23 +146,12 @@ struct MediaFile::Input
         auto* const input = static_cast<Input*>(self);
         if (isInterrupted(self))
             return AVERROR_EXIT;
-        const qint64 count = input->file.read(reinterpret_cast<char*>(to), size);
-        if (count < 0)
-            return AVERROR(EIO);
-        return count == 0 ? AVERROR_EOF : static_cast<int>(count);
+        return readFrom(input->file, to, size);
     }
 
     static std::int64_t seekBytes(void* self, std::int64_t offset, int whence)
     {
-        QFile& file = static_cast<Input*>(self)->file;
-        if (whence == AVSEEK_SIZE)
-            return file.size();
-        const int origin = whence & ~AVSEEK_FORCE;
-        if (origin == SEEK_CUR)
-            offset += file.pos();
-        else if (origin == SEEK_END)
-            offset += file.size();
-        return file.seek(offset) ? offset : AVERROR(EINVAL);
+        return seekIn(static_cast<Input*>(self)->file, offset, whence);
     }
 
     static int isInterrupted(void* self)

@@ -63,6 +63,8 @@ QString obstacle(const Scene& scene, const std::string& path)
     const QString name = fileNameOf(path);
     if (name.isEmpty())
         return QStringLiteral("%1 is no name for a file").arg(textOf(path));
+    if (!canBeNamed(name))
+        return QStringLiteral("%1 cannot be named in the locale of this process").arg(name);
     const QFileInfo file(name);
     const QFileInfo folder(file.absolutePath());
     if (file.isDir() || !folder.isDir())
