@@ -21,6 +21,7 @@
 #include <QThread>
 #include <QWidget>
 
+#include <algorithm>
 #include <memory>
 
 using namespace qrvkp;
@@ -29,7 +30,7 @@ namespace {
 
 constexpr QSize screenSize(800, 500);
 constexpr int ffmpegTimeoutMs = 60000;
-constexpr int patienceMs = 20000;
+constexpr int patienceMs = 120000;
 
 /// Runs the event loop until something holds; false when it does not in time.
 template <class Condition>
@@ -85,22 +86,33 @@ FrameworkRef<RvKpTimeLine> timelineOf(const QString& video)
     return timeline;
 }
 
-/// Goes to a position and runs the event loop until its picture was drawn, that is, until a
-/// picture came and no other one follows it; false when none comes in time.
-bool showPosition(RvKpPlayer& player, long long position)
+/// Does something that has a picture drawn, and runs the event loop until one came and no other one
+/// follows it; false when none comes in time.
+template <class Act>
+bool showPicture(RvKpPlayer& player, const Act& act)
 {
-    constexpr int quietMs = 400;
+    QElapsedTimer sinceAct;
     QElapsedTimer sincePicture;
+    long long quietMs = 400;
     const auto connection =
         QObject::connect(&player, &RvKpPlayer::sigPictureRendered, [&](const QImage& picture) {
-            if (!picture.isNull())
-                sincePicture.start();
+            if (picture.isNull())
+                return;
+            // On a machine that takes long for one picture, another one takes as long.
+            quietMs = std::max(quietMs, 2 * sinceAct.elapsed());
+            sincePicture.start();
         });
-    player.seekTo(position, true);
+    sinceAct.start();
+    act();
     const bool came =
         waitFor([&] { return sincePicture.isValid() && sincePicture.elapsed() >= quietMs; });
     QObject::disconnect(connection);
     return came;
+}
+
+bool showPosition(RvKpPlayer& player, long long position)
+{
+    return showPicture(player, [&] { player.seekTo(position, true); });
 }
 
 /// A white shape on nothing.
@@ -179,8 +191,13 @@ QImage PlayerScreens::simplePlayer(const QString& folder)
     player.start();
     if (!waitFor([&] { return player.isPlaying(); }))
         return {};
-    player.pause();
-    if (!showPosition(player, 2000))
+    // What playing had drawn last must not come after the picture of the position.
+    if (!showPicture(player,
+                     [&] {
+                         player.pause();
+                         player.seekTo(1000, true);
+                     }) ||
+        !showPosition(player, 2000))
         return {};
     return window->grab().toImage();
 }
@@ -203,8 +220,8 @@ QImage PlayerScreens::comparePlayer(const QString& folder)
     window->show();
 
     RvKpPlayer& player = *application.getPlayer();
-    widget->setupCompareVideoPath(after, before, true);
-    if (!waitFor([&] { return player.getState() == RvKpPlayerPrepared; }) ||
+    if (!showPicture(player, [&] { widget->setupCompareVideoPath(after, before, true); }) ||
+        !waitFor([&] { return player.getState() == RvKpPlayerPrepared; }) ||
         !showPosition(player, 2000))
         return {};
     widget->updateEffect();

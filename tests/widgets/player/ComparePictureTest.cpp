@@ -112,6 +112,7 @@ protected:
     Seen seenWhile(int milliseconds, const Act& act)
     {
         player().seekTo(0, true);
+        player().start(); // it may have come to its end
         m_seen = {};
         EXPECT_TRUE(QTest::qWaitFor([&] { return hasBegun(); }, PatienceMs));
         m_seen = {};
@@ -319,20 +320,20 @@ TEST_F(ComparePictureTest, PlaysAsFastDuringADrag)
     ASSERT_FALSE(mask()->throttle());
     player().start();
     ASSERT_TRUE(reaches(RvKpPlayerPlaying));
-    // A machine that others use too is given several chances.
     constexpr int periodMs = 1500;
-    constexpr int chances = 8;
     constexpr double share = 0.9;
     const auto keepsUp = [](std::size_t dragged, std::size_t still) {
-        return static_cast<double>(dragged) >= share * static_cast<double>(still);
+        return still >= 5 && static_cast<double>(dragged) >= share * static_cast<double>(still);
     };
-    Seen still;
-    Seen dragged;
-    for (int chance = 0; chance < chances; ++chance) {
-        still = seenWhile(periodMs, [] {});
+    // Other programs on the processors delay pictures, now here and now there.
+    QElapsedTimer timer;
+    timer.start();
+    bool isAsFast = false;
+    while (!isAsFast && !timer.hasExpired(PatienceMs)) {
+        const Seen still = seenWhile(periodMs, [] {});
         press(*mask(), {static_cast<int>(mask()->lineX()), 20});
         int steps = 0;
-        dragged = seenWhile(periodMs, [&] {
+        const Seen dragged = seenWhile(periodMs, [&] {
             ++steps;
             move(*mask(), {480 + 300 * (steps % 40 - 20) / 20, 20});
         });
@@ -340,16 +341,12 @@ TEST_F(ComparePictureTest, PlaysAsFastDuringADrag)
         std::cout << still.pictures << " pictures of " << still.numbers.size()
                   << " without a drag, " << dragged.pictures << " of " << dragged.numbers.size()
                   << " during one of " << steps << " steps\n";
-        EXPECT_GE(steps, 20);
-        if (dragged.pictures >= share * still.pictures &&
-            keepsUp(dragged.numbers.size(), still.numbers.size()))
-            break;
+        EXPECT_EQ(still.numbers.count(-1), 0U) << "both sides show the same picture";
+        EXPECT_EQ(dragged.numbers.count(-1), 0U);
+        isAsFast = steps >= 20 && player().isPlaying() &&
+                   keepsUp(static_cast<std::size_t>(dragged.pictures),
+                           static_cast<std::size_t>(still.pictures)) &&
+                   keepsUp(dragged.numbers.size(), still.numbers.size());
     }
-    EXPECT_GE(still.pictures, 5);
-    EXPECT_GE(dragged.pictures, share * still.pictures);
-    EXPECT_GE(still.numbers.size(), 5U);
-    EXPECT_TRUE(keepsUp(dragged.numbers.size(), still.numbers.size()));
-    EXPECT_EQ(still.numbers.count(-1), 0U) << "both sides show the same picture";
-    EXPECT_EQ(dragged.numbers.count(-1), 0U);
-    EXPECT_TRUE(player().isPlaying());
+    EXPECT_TRUE(isAsFast);
 }
