@@ -86,7 +86,9 @@ TEST_F(PlayerSaveTest, SavesEveryPictureAndTellsHowFarItIs)
     std::vector<double> shares;
     for (const auto& arguments : m_progress)
         shares.push_back(arguments[0].toDouble());
-    EXPECT_GT(shares.size(), 3U);
+    // An event loop that is late misses some, but not all.
+    ASSERT_GE(shares.size(), 2U);
+    EXPECT_LT(shares.front(), 1.0);
     EXPECT_TRUE(std::is_sorted(shares.begin(), shares.end()));
     EXPECT_GE(shares.front(), 0.0);
     EXPECT_EQ(shares.back(), 1.0);
